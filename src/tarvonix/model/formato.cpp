@@ -1,0 +1,15 @@
+#include <tarvonix/model/formato.h>
+
+#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/platform/error.h>
+
+namespace tarvonix {
+
+void formato::alinearHorizontal(IContenedorX *frame, const ObjetoPtr &obj)
+{
+    if (!frame)
+        throw Error(Error::ObjectNotSet);
+    frame->alinearHorizontal(obj);
+}
+
+} // namespace tarvonix

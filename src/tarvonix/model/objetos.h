@@ -1,0 +1,58 @@
+#ifndef TARVONIX_OBJETOS_H
+#define TARVONIX_OBJETOS_H
+
+#include <tarvonix/model/iobjeto.h>
+#include <tarvonix/platform/keyedcollection.h>
+
+namespace tarvonix {
+
+/*!
+    An ordered collection of map objects keyed by code.
+
+    add() reads the object's code once, when it is added, and files the
+    object under it; keys compare without regard to letter case and a code
+    can stand only once (a second add fails with Error::DuplicateKey and
+    leaves the collection unchanged). The lookups never fail: an unknown
+    position or key yields nullptr. remove() never fails either.
+*/
+class TARVONIX_EXPORT Objetos
+{
+public:
+    using Enumerator = KeyedCollection<ObjetoPtr>::Enumerator;
+    using const_iterator = KeyedCollection<ObjetoPtr>::const_iterator;
+
+    Objetos();
+    ~Objetos();
+
+    //! Files \a objeto under its present code; a none object fails with Error::ObjectNotSet.
+    void add(const ObjetoPtr &objeto);
+
+    //! The object at the 1-based \a position, or nullptr.
+    ObjetoPtr Item(int position) const;
+    //! The object under \a key, or nullptr.
+    ObjetoPtr Item(const QString &key) const;
+
+    qint32 count() const;
+
+    //! Removes the entry under the object's present code; does nothing if there is none.
+    void remove(const ObjetoPtr &objeto);
+
+    //! The objects in insertion order, as they are now; later changes do not reach it.
+    Enumerator NewEnum() const;
+
+    //! Starts a new, empty collection when there is at least one object.
+    void clear();
+
+    //! Whether an object is filed under \a key.
+    bool contains(const QString &key) const;
+
+    const_iterator begin() const;
+    const_iterator end() const;
+
+private:
+    KeyedCollection<ObjetoPtr> m_objetos;
+};
+
+} // namespace tarvonix
+
+#endif

@@ -1,0 +1,54 @@
+#ifndef TARVONIX_CONTROLREGISTRY_H
+#define TARVONIX_CONTROLREGISTRY_H
+
+#include <tarvonix/tarvonix_export.h>
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+namespace tarvonix {
+
+/*!
+    The controls that can be created by class name.
+
+    Controls create their child controls at run time by a ProgID made of
+    "Tarvonix." and the class name ("Tarvonix.FrameX", "Tarvonix.Dummy").
+    Each control registers its factory once, when the library is loaded,
+    with a ControlRegistration object in its source file. ProgIDs compare
+    without regard to letter case.
+*/
+class TARVONIX_EXPORT ControlRegistry
+{
+public:
+    using Factory = std::function<QWidget *(QWidget *parent)>;
+
+    static ControlRegistry &instance();
+
+    //! Registers \a factory under \a progId, replacing an earlier one.
+    void add(const QString &progId, Factory factory);
+    bool contains(const QString &progId) const;
+    QStringList progIds() const;
+
+    //! A new control of class \a progId with parent \a parent; an unknown ProgID fails with Error::InvalidArgument.
+    QWidget *create(const QString &progId, QWidget *parent = nullptr) const;
+
+private:
+    ControlRegistry();
+    struct Private;
+    Private *d;
+};
+
+//! Registers a control at load time: `static const ControlRegistration r("Tarvonix.X", factory);`
+class TARVONIX_EXPORT ControlRegistration
+{
+public:
+    ControlRegistration(const QString &progId, ControlRegistry::Factory factory);
+};
+
+} // namespace tarvonix
+
+#endif

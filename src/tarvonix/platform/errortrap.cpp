@@ -1,0 +1,62 @@
+#include <tarvonix/platform/errortrap.h>
+
+#include <tarvonix/platform/error.h>
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace tarvonix {
+
+namespace {
+
+ErrorHandler &installedHandler()
+{
+    static ErrorHandler handler;
+    return handler;
+}
+
+void showMessageBox(const QString &message)
+{
+    // The box runs its own event loop: a failure in a paint event shown from
+    // there would open the next box from inside the first one, without end.
+    static bool showing = false;
+    if (showing || !qobject_cast<QApplication *>(QCoreApplication::instance())) {
+        qWarning("%s", qUtf8Printable(message));
+        return;
+    }
+    showing = true;
+    QMessageBox::critical(QApplication::activeWindow(), QCoreApplication::applicationName(), message);
+    showing = false;
+}
+
+} // namespace
+
+void reportError(const QString &message)
+{
+    const ErrorHandler handler = installedHandler(); // a copy: the handler may replace itself
+    try {
+        if (handler)
+            handler(message);
+        else
+            showMessageBox(message);
+    } catch (...) {
+        // A handler that fails must not take the trap down with it.
+        qWarning("%s", qUtf8Printable(message));
+    }
+}
+
+ErrorHandler setErrorHandler(ErrorHandler handler)
+{
+    return std::exchange(installedHandler(), std::move(handler));
+}
+
+QString describeFailure(const std::exception &failure)
+{
+    if (const auto *error = dynamic_cast<const Error *>(&failure))
+        return error->description();
+    if (dynamic_cast<const std::bad_alloc *>(&failure))
+        return QStringLiteral("Out of memory");
+    return QString::fromLocal8Bit(failure.what());
+}
+
+} // namespace tarvonix

@@ -1,0 +1,40 @@
+#ifndef TARVONIX_TARVONIX_H
+#define TARVONIX_TARVONIX_H
+
+// Everything a host needs: the map object model, the colour keys, the
+// contracts and the controls.
+
+#include <tarvonix/platform/childcontrols.h>
+#include <tarvonix/platform/colorconversion.h>
+#include <tarvonix/platform/controlregistry.h>
+#include <tarvonix/platform/error.h>
+#include <tarvonix/platform/errortrap.h>
+#include <tarvonix/platform/int16.h>
+#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/platform/latebinding.h>
+#include <tarvonix/platform/propertybag.h>
+#include <tarvonix/platform/shiftstate.h>
+#include <tarvonix/platform/surface.h>
+
+#include <tarvonix/model/caster.h>
+#include <tarvonix/model/color.h>
+#include <tarvonix/model/deposito.h>
+#include <tarvonix/model/escala.h>
+#include <tarvonix/model/formato.h>
+#include <tarvonix/model/imagen.h>
+#include <tarvonix/model/imagenes.h>
+#include <tarvonix/model/iobjeto.h>
+#include <tarvonix/model/lote.h>
+#include <tarvonix/model/objeto.h>
+#include <tarvonix/model/objetos.h>
+#include <tarvonix/model/pierna.h>
+#include <tarvonix/model/ubicacion.h>
+
+#include <tarvonix/legend/referencia.h>
+#include <tarvonix/legend/referencias.h>
+
+#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/containers/iobjetox.h>
+#include <tarvonix/map/imapax.h>
+
+#endif
