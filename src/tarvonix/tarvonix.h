@@ -33,6 +33,7 @@
 #include <tarvonix/legend/referencia.h>
 #include <tarvonix/legend/referencias.h>
 
+#include <tarvonix/containers/dummy.h>
 #include <tarvonix/containers/icontenedorx.h>
 #include <tarvonix/containers/iobjetox.h>
 #include <tarvonix/map/imapax.h>
