@@ -67,7 +67,7 @@ Surface::Painting::Painting(Surface &surface, QPainter &painter)
     , m_previous(surface.m_painter)
 {
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    painter.setRenderHint(QPainter::TextAntialiasing, false);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     if (const auto *widget = dynamic_cast<const QWidget *>(painter.device()))
         surface.setPalette(widget->palette());
@@ -142,7 +142,9 @@ void Surface::box(double x1, double y1, double x2, double y2)
 {
     if (!m_painter)
         return;
-    const QRect corners = QRect(QPoint(pixel(x1), pixel(y1)), QPoint(pixel(x2), pixel(y2))).normalized();
+    const int left = std::min(pixel(x1), pixel(x2));
+    const int top = std::min(pixel(y1), pixel(y2));
+    const QRect corners(QPoint(left, top), QPoint(std::max(pixel(x1), pixel(x2)), std::max(pixel(y1), pixel(y2))));
     applyShapeStyle();
     // The fill covers every pixel between the corners; the outline goes over its border.
     if (m_painter->brush().style() != Qt::NoBrush)
@@ -171,7 +173,9 @@ void Surface::print(const QString &text)
 {
     if (m_painter) {
         const QFontMetrics metrics(m_font);
-        m_painter->setFont(m_font);
+        QFont aliased = m_font;
+        aliased.setStyleStrategy(QFont::NoAntialias);
+        m_painter->setFont(aliased);
         m_painter->setPen(colour(m_foreColor));
         m_painter->drawText(QPoint(pixel(m_currentX), pixel(m_currentY) + metrics.ascent()), text);
     }

@@ -22,8 +22,8 @@ namespace tarvonix {
     nothing; the measuring ones work at any time.
 
     Coordinates are in the control's pixels and are rounded to the nearest
-    pixel; antialiasing is off, so what is drawn can be checked pixel by
-    pixel. Colours are 0x00BBGGRR, or system colours resolved with the
+    pixel; antialiasing is off, for text too, so what is drawn can be
+    checked pixel by pixel. Colours are 0x00BBGGRR, or system colours resolved with the
     palette of the painted widget.
 
     - line() draws from the first point up to, but not including, the second
