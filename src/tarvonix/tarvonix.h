@@ -7,6 +7,7 @@
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
+#include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/platform/error.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/int16.h>

@@ -1,0 +1,34 @@
+#include <tarvonix/platform/dragrunner.h>
+
+#include <QDrag>
+
+namespace tarvonix {
+
+namespace {
+
+DragRunner::Runner &installedRunner()
+{
+    static DragRunner::Runner runner;
+    return runner;
+}
+
+} // namespace
+
+void DragRunner::run(QDrag *drag, Qt::DropActions allowed, Finished finished)
+{
+    const Runner runner = installedRunner();
+    if (runner) {
+        runner(drag, allowed, std::move(finished));
+        return;
+    }
+    const Qt::DropAction result = drag->exec(allowed);
+    if (finished)
+        finished(result);
+}
+
+DragRunner::Runner DragRunner::setRunner(Runner runner)
+{
+    return std::exchange(installedRunner(), std::move(runner));
+}
+
+} // namespace tarvonix

@@ -1,0 +1,80 @@
+#include "dragdriver.h"
+
+#include <QCoreApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+
+DragDriver::DragDriver()
+{
+    m_previous = tarvonix::DragRunner::setRunner(
+        [this](QDrag *drag, Qt::DropActions allowed, tarvonix::DragRunner::Finished finished) {
+            ++m_started;
+            m_allowed = allowed;
+            m_data = std::make_unique<QMimeData>();
+            if (const QMimeData *data = drag->mimeData()) {
+                for (const QString &format : data->formats())
+                    m_data->setData(format, data->data(format));
+            }
+            drag->deleteLater();
+            m_finished = std::move(finished);
+            m_entered = nullptr;
+        });
+}
+
+DragDriver::~DragDriver()
+{
+    tarvonix::DragRunner::setRunner(m_previous);
+}
+
+QString DragDriver::text() const
+{
+    return m_data ? m_data->text() : QString();
+}
+
+Qt::DropAction DragDriver::moveData(QWidget *target, QPoint pos, const QMimeData *data,
+                                    Qt::KeyboardModifiers modifiers)
+{
+    QDragMoveEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &event);
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
+Qt::DropAction DragDriver::dropData(QWidget *target, QPoint pos, const QMimeData *data,
+                                    Qt::KeyboardModifiers modifiers)
+{
+    QDropEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &event);
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
+Qt::DropAction DragDriver::move(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers)
+{
+    if (!m_data)
+        return Qt::IgnoreAction;
+    if (m_entered != target) {
+        QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
+        QCoreApplication::sendEvent(target, &enter);
+        m_entered = target;
+    }
+    QDragMoveEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &event);
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
+Qt::DropAction DragDriver::drop(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers)
+{
+    if (!m_data)
+        return Qt::IgnoreAction;
+    QDropEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &event);
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
+void DragDriver::finish(Qt::DropAction result)
+{
+    auto finished = std::move(m_finished);
+    m_finished = nullptr;
+    if (finished)
+        finished(result);
+}
