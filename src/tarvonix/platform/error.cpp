@@ -27,6 +27,8 @@ QString Error::standardDescription(Code code)
         return QStringLiteral("Overflow");
     case SubscriptOutOfRange:
         return QStringLiteral("Subscript out of range");
+    case TypeMismatch:
+        return QStringLiteral("Type mismatch");
     case ObjectNotSet:
         return QStringLiteral("Object variable or With block variable not set");
     case MemberNotSupported:
