@@ -33,6 +33,8 @@
 
 #include <tarvonix/legend/referencia.h>
 #include <tarvonix/legend/referencias.h>
+#include <tarvonix/legend/referenciasx.h>
+#include <tarvonix/legend/referenciax.h>
 
 #include <tarvonix/containers/dummy.h>
 #include <tarvonix/containers/icontenedorx.h>
