@@ -34,6 +34,7 @@
 #include <tarvonix/legend/referencia.h>
 #include <tarvonix/legend/referencias.h>
 
+#include <tarvonix/containers/contenedorx.h>
 #include <tarvonix/containers/dummy.h>
 #include <tarvonix/containers/icontenedorx.h>
 #include <tarvonix/containers/iobjetox.h>
