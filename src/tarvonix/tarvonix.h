@@ -36,6 +36,7 @@
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/legend/referenciax.h>
 
+#include <tarvonix/containers/contenedorx.h>
 #include <tarvonix/containers/dummy.h>
 #include <tarvonix/containers/icontenedorx.h>
 #include <tarvonix/containers/iobjetox.h>
