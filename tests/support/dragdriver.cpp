@@ -24,7 +24,19 @@ DragDriver::DragDriver()
 
 DragDriver::~DragDriver()
 {
+    leave();
     tarvonix::DragRunner::setRunner(m_previous);
+}
+
+void DragDriver::leave()
+{
+    // The drag manager keeps the widget that accepted the last drag-enter as the target of
+    // every later drag-move and drop, whatever widget they are sent to: let it go.
+    if (m_entered) {
+        QDragLeaveEvent event;
+        QCoreApplication::sendEvent(m_entered, &event);
+    }
+    m_entered = nullptr;
 }
 
 QString DragDriver::text() const
@@ -35,16 +47,24 @@ QString DragDriver::text() const
 Qt::DropAction DragDriver::moveData(QWidget *target, QPoint pos, const QMimeData *data,
                                     Qt::KeyboardModifiers modifiers)
 {
+    QDragEnterEvent enter(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &enter);
     QDragMoveEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(target, &leave);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
 }
 
 Qt::DropAction DragDriver::dropData(QWidget *target, QPoint pos, const QMimeData *data,
                                     Qt::KeyboardModifiers modifiers)
 {
+    QDragEnterEvent enter(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &enter);
     QDropEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
+    QDragLeaveEvent leave; // a refused drop leaves the target set
+    QCoreApplication::sendEvent(target, &leave);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
 }
 
@@ -53,6 +73,7 @@ Qt::DropAction DragDriver::move(QWidget *target, QPoint pos, Qt::KeyboardModifie
     if (!m_data)
         return Qt::IgnoreAction;
     if (m_entered != target) {
+        leave();
         QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
         QCoreApplication::sendEvent(target, &enter);
         m_entered = target;
@@ -66,6 +87,12 @@ Qt::DropAction DragDriver::drop(QWidget *target, QPoint pos, Qt::KeyboardModifie
 {
     if (!m_data)
         return Qt::IgnoreAction;
+    if (m_entered != target) {
+        leave();
+        QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
+        QCoreApplication::sendEvent(target, &enter);
+        m_entered = target;
+    }
     QDropEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
@@ -73,6 +100,7 @@ Qt::DropAction DragDriver::drop(QWidget *target, QPoint pos, Qt::KeyboardModifie
 
 void DragDriver::finish(Qt::DropAction result)
 {
+    leave();
     auto finished = std::move(m_finished);
     m_finished = nullptr;
     if (finished)

@@ -14,6 +14,8 @@
 // display: while it lives, a control's drag does not end at once; the test
 // sends drag-enter, drag-move and drop events with move()/drop() and then
 // ends the drag with finish(), which runs the control's end-of-drag step.
+// Create it after the widgets it drags over: when it goes, it tells the
+// widget it last entered that the drag has left.
 class DragDriver
 {
 public:
@@ -31,18 +33,20 @@ public:
 
     //! Drag-enter (the first time over \a target) and drag-move at \a pos; answers the accepted action.
     Qt::DropAction move(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    //! Drop at \a pos on \a target; answers the accepted action.
+    //! Drop at \a pos on \a target (entered first if it is not the one entered last); answers the accepted action.
     Qt::DropAction drop(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     //! Ends the drag, as the platform does after a drop or a cancel.
     void finish(Qt::DropAction result = Qt::IgnoreAction);
 
-    //! Drag-move and drop of arbitrary \a data from outside any control.
+    //! Drag-move and drop of arbitrary \a data from outside any control, each a whole visit: enter, move or drop, leave.
     static Qt::DropAction moveData(QWidget *target, QPoint pos, const QMimeData *data,
                                    Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     static Qt::DropAction dropData(QWidget *target, QPoint pos, const QMimeData *data,
                                    Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 private:
+    void leave();
+
     tarvonix::DragRunner::Runner m_previous;
     tarvonix::DragRunner::Finished m_finished;
     std::unique_ptr<QMimeData> m_data;
