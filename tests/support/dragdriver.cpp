@@ -32,9 +32,22 @@ QString DragDriver::text() const
     return m_data ? m_data->text() : QString();
 }
 
+namespace {
+
+// Qt delivers drag moves and drops only to the widget that accepted the last drag-enter.
+void enter(QWidget *target, QPoint pos, Qt::DropActions allowed, const QMimeData *data,
+           Qt::KeyboardModifiers modifiers)
+{
+    QDragEnterEvent event(pos, allowed, data, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &event);
+}
+
+} // namespace
+
 Qt::DropAction DragDriver::moveData(QWidget *target, QPoint pos, const QMimeData *data,
                                     Qt::KeyboardModifiers modifiers)
 {
+    enter(target, pos, Qt::CopyAction | Qt::MoveAction, data, modifiers);
     QDragMoveEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
@@ -43,6 +56,7 @@ Qt::DropAction DragDriver::moveData(QWidget *target, QPoint pos, const QMimeData
 Qt::DropAction DragDriver::dropData(QWidget *target, QPoint pos, const QMimeData *data,
                                     Qt::KeyboardModifiers modifiers)
 {
+    enter(target, pos, Qt::CopyAction | Qt::MoveAction, data, modifiers);
     QDropEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
@@ -53,8 +67,7 @@ Qt::DropAction DragDriver::move(QWidget *target, QPoint pos, Qt::KeyboardModifie
     if (!m_data)
         return Qt::IgnoreAction;
     if (m_entered != target) {
-        QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
-        QCoreApplication::sendEvent(target, &enter);
+        enter(target, pos, m_allowed, m_data.get(), modifiers);
         m_entered = target;
     }
     QDragMoveEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
@@ -66,6 +79,9 @@ Qt::DropAction DragDriver::drop(QWidget *target, QPoint pos, Qt::KeyboardModifie
 {
     if (!m_data)
         return Qt::IgnoreAction;
+    if (m_entered != target)
+        enter(target, pos, m_allowed, m_data.get(), modifiers);
+    m_entered = nullptr; // after a drop, Qt has no drag target any more
     QDropEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;

@@ -36,7 +36,7 @@ public:
     //! Ends the drag, as the platform does after a drop or a cancel.
     void finish(Qt::DropAction result = Qt::IgnoreAction);
 
-    //! Drag-move and drop of arbitrary \a data from outside any control.
+    //! Drag-move and drop of arbitrary \a data from outside any control, each entering \a target first.
     static Qt::DropAction moveData(QWidget *target, QPoint pos, const QMimeData *data,
                                    Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     static Qt::DropAction dropData(QWidget *target, QPoint pos, const QMimeData *data,
