@@ -40,6 +40,11 @@
 #include <tarvonix/containers/dummy.h>
 #include <tarvonix/containers/icontenedorx.h>
 #include <tarvonix/containers/iobjetox.h>
+
+#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/leg/geometriaceldas.h>
+#include <tarvonix/leg/piernax.h>
+
 #include <tarvonix/map/imapax.h>
 
 #endif

@@ -25,6 +25,8 @@ QString Error::standardDescription(Code code)
         return QStringLiteral("Invalid procedure call or argument");
     case Overflow:
         return QStringLiteral("Overflow");
+    case DivisionByZero:
+        return QStringLiteral("Division by zero");
     case SubscriptOutOfRange:
         return QStringLiteral("Subscript out of range");
     case TypeMismatch:
