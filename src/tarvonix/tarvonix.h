@@ -45,6 +45,9 @@
 #include <tarvonix/leg/geometriaceldas.h>
 #include <tarvonix/leg/piernax.h>
 
+#include <tarvonix/map/framerefx.h>
+#include <tarvonix/map/framex.h>
 #include <tarvonix/map/imapax.h>
+#include <tarvonix/map/mapax.h>
 
 #endif

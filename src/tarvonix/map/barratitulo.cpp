@@ -2,6 +2,7 @@
 
 #include <tarvonix/leg/etiquetas.h>
 
+#include <QEvent>
 #include <QPainter>
 #include <QStyleOptionFrame>
 #include <QWidget>

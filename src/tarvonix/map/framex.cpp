@@ -12,6 +12,7 @@
 #include <tarvonix/platform/int16.h>
 #include <tarvonix/platform/latebinding.h>
 
+#include <QEvent>
 #include <QScrollBar>
 
 namespace tarvonix {
