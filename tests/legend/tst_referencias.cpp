@@ -39,7 +39,8 @@ private Q_SLOTS:
     {
         Referencias c;
         const auto first = c.add(QStringLiteral("Ñ酒"), QStringLiteral("uno"), 1);
-        QCOMPARE(failureOf([&] { c.add(QStringLiteral("ñ酒"), QStringLiteral("dos"), 2); }), int(Error::DuplicateKey));
+        QCOMPARE(failureOf([&] { c.add(QStringLiteral("ñ酒"), QStringLiteral("dos"), 2); }),
+                 int(Error::DuplicateKey));
         QCOMPARE(c.count(), 1);
         QCOMPARE(c.find(QStringLiteral("ñ酒")), first);
         QCOMPARE(first->getTexto(), QStringLiteral("uno"));

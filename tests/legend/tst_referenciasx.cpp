@@ -57,9 +57,10 @@ void tst_ReferenciasX::rowsAreStackedAndAsWideAsTheWidest()
     font.setBold(true);
     list.setFont(font);
     QSignalSpy resized(&list, &ReferenciasX::Resize);
-    const QList<Clave> claves = {{QStringLiteral("1"), QStringLiteral("Tinto")},
-                                 {QStringLiteral("Ñ酒"), QStringLiteral("Depósito Ñ 酒, rosado de la bodega")},
-                                 {QStringLiteral("B"), QStringLiteral("Blanco")}};
+    const QList<Clave> claves
+        = { { QStringLiteral("1"), QStringLiteral("Tinto") },
+            { QStringLiteral("Ñ酒"), QStringLiteral("Depósito Ñ 酒, rosado de la bodega") },
+            { QStringLiteral("B"), QStringLiteral("Blanco") } };
     const auto referencias = lista(claves);
     list.setReferencias(referencias);
 
@@ -86,14 +87,16 @@ void tst_ReferenciasX::everyListRebuildsTheRows()
 {
     ReferenciasX list;
     QSignalSpy resized(&list, &ReferenciasX::Resize);
-    list.setReferencias(lista({{QStringLiteral("a"), QStringLiteral("uno")}, {QStringLiteral("b"), QStringLiteral("dos")}}));
+    list.setReferencias(lista(
+        { { QStringLiteral("a"), QStringLiteral("uno") }, { QStringLiteral("b"), QStringLiteral("dos") } }));
     // The same claves again: the old rows are out of the way at once.
-    const auto second = lista({{QStringLiteral("A"), QString(QStringLiteral("x")).repeated(300)}});
+    const auto second = lista({ { QStringLiteral("A"), QString(QStringLiteral("x")).repeated(300) } });
     list.setReferencias(second);
     QCOMPARE(rows(list).size(), 1);
     QCOMPARE(rows(list).first()->objectName(), QStringLiteral("RA"));
     QCOMPARE(list.height(), 24);
-    QCOMPARE(list.width(), QFontMetrics(list.font()).horizontalAdvance(second->find(QStringLiteral("a"))->getTexto()) + 31);
+    QCOMPARE(list.width(),
+             QFontMetrics(list.font()).horizontalAdvance(second->find(QStringLiteral("a"))->getTexto()) + 31);
 
     list.setReferencias(std::make_shared<Referencias>());
     QVERIFY(rows(list).isEmpty());
@@ -109,7 +112,8 @@ void tst_ReferenciasX::clicksOnRowsAreRaisedWithTheirKey()
 {
     ErrorCatcher errors;
     ReferenciasX list;
-    const auto referencias = lista({{QStringLiteral("1"), QStringLiteral("Tinto")}, {QStringLiteral("2"), QStringLiteral("Blanco")}});
+    const auto referencias = lista({ { QStringLiteral("1"), QStringLiteral("Tinto") },
+                                     { QStringLiteral("2"), QStringLiteral("Blanco") } });
     list.setReferencias(referencias);
     list.show();
     QSignalSpy clicks(&list, &ReferenciasX::Click);
@@ -119,14 +123,18 @@ void tst_ReferenciasX::clicksOnRowsAreRaisedWithTheirKey()
     QTest::mouseClick(second, Qt::LeftButton, {}, QPoint(5, 12));
     QTest::mouseClick(second, Qt::RightButton);
     QCOMPARE(clicks.count(), 1);
-    QCOMPARE(clicks.first().first().value<std::shared_ptr<Referencia>>(), referencias->find(QStringLiteral("2")));
+    QCOMPARE(clicks.first().first().value<std::shared_ptr<Referencia>>(),
+             referencias->find(QStringLiteral("2")));
     QTest::mouseDClick(list.findChild<ReferenciaX *>(QStringLiteral("R1")), Qt::LeftButton);
     QCOMPARE(doubles.count(), 1);
-    QCOMPARE(doubles.first().first().value<std::shared_ptr<Referencia>>(), referencias->find(QStringLiteral("1")));
+    QCOMPARE(doubles.first().first().value<std::shared_ptr<Referencia>>(),
+             referencias->find(QStringLiteral("1")));
     QCOMPARE(clicks.count(), 1);
 
     // A host that shows another list in answer to a click removes the clicked row under it.
-    connect(&list, &ReferenciasX::Click, &list, [&] { list.setReferencias(lista({{QStringLiteral("3"), QStringLiteral("Rosado")}})); });
+    connect(&list, &ReferenciasX::Click, &list, [&] {
+        list.setReferencias(lista({ { QStringLiteral("3"), QStringLiteral("Rosado") } }));
+    });
     QTest::mouseClick(list.findChild<ReferenciaX *>(QStringLiteral("R1")), Qt::LeftButton);
     QCOMPARE(clicks.count(), 2);
     QCOMPARE(rows(list).size(), 1);
@@ -142,7 +150,7 @@ void tst_ReferenciasX::propertiesRoundTripThroughTheBag()
     QCOMPARE(fresh.FontBold(), false);
     PropertyBag defaults;
     fresh.writeProperties(defaults);
-    for (const char *key : {"BackColor", "BorderStyle", "FontBold", "ForeColor"})
+    for (const char *key : { "BackColor", "BorderStyle", "FontBold", "ForeColor" })
         QVERIFY2(!defaults.contains(QLatin1String(key)), key);
 
     // Set by name, as a form designer does, then saved and loaded again.
@@ -164,7 +172,7 @@ void tst_ReferenciasX::propertiesRoundTripThroughTheBag()
 
     ReferenciasX copy;
     copy.readProperties(loaded);
-    for (const char *name : {"BackColor", "BorderStyle", "FontName", "FontBold", "FontSize", "ForeColor"})
+    for (const char *name : { "BackColor", "BorderStyle", "FontName", "FontBold", "FontSize", "ForeColor" })
         QVERIFY2(copy.property(name) == list.property(name), name);
     QCOMPARE(copy.font().family(), QStringLiteral("DejaVu Serif"));
 
@@ -183,14 +191,15 @@ void tst_ReferenciasX::borderSurroundsTheRows()
     ReferenciasX list;
     list.setBorderStyle(1);
     list.setForeColor(0x0000FF);
-    list.setReferencias(lista({{QStringLiteral("1"), QStringLiteral("Tinto")}, {QStringLiteral("2"), QStringLiteral("Blanco")}}));
+    list.setReferencias(lista({ { QStringLiteral("1"), QStringLiteral("Tinto") },
+                                { QStringLiteral("2"), QStringLiteral("Blanco") } }));
     const int widest = rows(list).first()->width();
     QCOMPARE(list.size(), QSize(widest + 2, 2 * 24 + 2));
     QCOMPARE(list.findChild<ReferenciaX *>(QStringLiteral("R2"))->pos(), QPoint(1, 25));
 
     const QImage image = list.grab().toImage();
     const QRgb red = qRgb(255, 0, 0);
-    for (const QPoint &p : {QPoint(0, 0), QPoint(widest + 1, 30), QPoint(10, 49), QPoint(0, 30)})
+    for (const QPoint &p : { QPoint(0, 0), QPoint(widest + 1, 30), QPoint(10, 49), QPoint(0, 30) })
         QCOMPARE(image.pixel(p), red);
     QVERIFY(image.pixel(widest, 30) != red); // the row, inside the border
 }

@@ -68,9 +68,10 @@ void tst_ReferenciaX::rowDrawsBoxAndText_data()
     QTest::addColumn<qint32>("color");
 
     QTest::newRow("plain") << QStringLiteral("Tinto") << 24 << 0 << 0 << qint32(0x00FF00);
-    QTest::newRow("non-Latin, big font") << QStringLiteral("Depósito Ñ 酒") << 24 << 16 << qint32(0x0000C0)
-                                         << qint32(0xFF0000);
-    QTest::newRow("odd height") << QStringLiteral("Blanco") << 31 << 9 << qint32(0x800000) << qint32(0x00FFFF);
+    QTest::newRow("non-Latin, big font")
+        << QStringLiteral("Depósito Ñ 酒") << 24 << 16 << qint32(0x0000C0) << qint32(0xFF0000);
+    QTest::newRow("odd height") << QStringLiteral("Blanco") << 31 << 9 << qint32(0x800000)
+                                << qint32(0x00FFFF);
     QTest::newRow("empty text") << QString() << 24 << 0 << 0 << qint32(0x0000FF);
 }
 
@@ -119,14 +120,22 @@ void tst_ReferenciaX::rowDrawsBoxAndText()
     } else {
         const int top = Surface::pixel((alto - metrics.height()) / 2.0);
         // A font taller than the row is cut at its edges.
-        const QRect expected
-            = metrics.tightBoundingRect(texto).translated(24, top + metrics.ascent()).intersected(image.rect());
+        const QRect expected = metrics.tightBoundingRect(texto)
+                                   .translated(24, top + metrics.ascent())
+                                   .intersected(image.rect());
         // The metrics' tight rectangle may exceed the aliased ink by a pixel, never fall short of it.
-        QVERIFY2(expected.contains(ink) && ink.left() - expected.left() <= 1 && expected.right() - ink.right() <= 1
-                     && ink.top() - expected.top() <= 1 && expected.bottom() - ink.bottom() <= 1,
+        QVERIFY2(expected.contains(ink) && ink.left() - expected.left() <= 1
+                     && expected.right() - ink.right() <= 1 && ink.top() - expected.top() <= 1
+                     && expected.bottom() - ink.bottom() <= 1,
                  qPrintable(QStringLiteral("ink %1,%2 %3x%4, expected %5,%6 %7x%8")
-                                .arg(ink.x()).arg(ink.y()).arg(ink.width()).arg(ink.height())
-                                .arg(expected.x()).arg(expected.y()).arg(expected.width()).arg(expected.height())));
+                                .arg(ink.x())
+                                .arg(ink.y())
+                                .arg(ink.width())
+                                .arg(ink.height())
+                                .arg(expected.x())
+                                .arg(expected.y())
+                                .arg(expected.width())
+                                .arg(expected.height())));
     }
     QVERIFY(errors.messages().isEmpty());
 }

@@ -49,32 +49,49 @@ inline const QHash<QString, Field> &fields()
 {
     using tarvonix::IObjeto;
     static const QHash<QString, Field> all = {
-        {"tipo", {[](IObjeto &o) { o.setTipo("Z"); }, [](const IObjeto &o) { return QVariant(o.getTipo()); }, "Z"}},
-        {"xy",
-         {[](IObjeto &o) { o.setX(7), o.setY(8); }, [](const IObjeto &o) { return QVariant(o.getX() * 100 + o.getY()); },
-          708}},
-        {"anchoAlto",
-         {[](IObjeto &o) { o.setAncho(-5), o.setAlto(-6); },
-          [](const IObjeto &o) { return QVariant(o.getAncho() * 100 + o.getAlto()); }, -506}},
-        {"forma", {[](IObjeto &o) { o.setForma(3); }, [](const IObjeto &o) { return QVariant(int(o.getForma())); }, 3}},
-        {"imagen",
-         {[](IObjeto &o) { o.setImagen(std::make_shared<tarvonix::Imagen>()); },
-          [](const IObjeto &o) { return QVariant(bool(o.getImagen())); }, true}},
-        {"tag", {[](IObjeto &o) { o.setTag("etiqueta"); }, [](const IObjeto &o) { return o.getTag(); }, "etiqueta"}},
-        {"color", {[](IObjeto &o) { o.setColor(0x123456); }, [](const IObjeto &o) { return QVariant(o.getColor()); }, 0x123456}},
-        {"tip", {[](IObjeto &o) { o.setTip(" ayuda "); }, [](const IObjeto &o) { return QVariant(o.getTip()); }, " ayuda "}},
-        {"referencias",
-         {[](IObjeto &o) { o.setReferencias(std::make_shared<tarvonix::Referencias>()); },
-          [](const IObjeto &o) { return QVariant(bool(o.getReferencias())); }, true}},
-        {"puedeContener",
-         {[](IObjeto &o) { o.setPuedeContener(true); },
-          [](const IObjeto &o) { return QVariant(o.getPuedeContener() * 10 + bool(o.getObjetos())); }, 11}},
-        {"padreYFlags", // stored by every kind
-         {[](IObjeto &o) { o.setPadre("P1"), o.setSeleccionado(true), o.setActivo(true), o.setEmpresa(-32768); },
-          [](const IObjeto &o) {
-              return QVariant(QStringLiteral("%1 %2 %3 %4").arg(o.getPadre()).arg(o.getSeleccionado()).arg(o.getActivo()).arg(o.getEmpresa()));
-          },
-          "P1 1 1 -32768"}},
+        { "tipo",
+          { [](IObjeto &o) { o.setTipo("Z"); }, [](const IObjeto &o) { return QVariant(o.getTipo()); },
+            "Z" } },
+        { "xy",
+          { [](IObjeto &o) { o.setX(7), o.setY(8); },
+            [](const IObjeto &o) { return QVariant(o.getX() * 100 + o.getY()); }, 708 } },
+        { "anchoAlto",
+          { [](IObjeto &o) { o.setAncho(-5), o.setAlto(-6); },
+            [](const IObjeto &o) { return QVariant(o.getAncho() * 100 + o.getAlto()); }, -506 } },
+        { "forma",
+          { [](IObjeto &o) { o.setForma(3); }, [](const IObjeto &o) { return QVariant(int(o.getForma())); },
+            3 } },
+        { "imagen",
+          { [](IObjeto &o) { o.setImagen(std::make_shared<tarvonix::Imagen>()); },
+            [](const IObjeto &o) { return QVariant(bool(o.getImagen())); }, true } },
+        { "tag",
+          { [](IObjeto &o) { o.setTag("etiqueta"); }, [](const IObjeto &o) { return o.getTag(); },
+            "etiqueta" } },
+        { "color",
+          { [](IObjeto &o) { o.setColor(0x123456); }, [](const IObjeto &o) { return QVariant(o.getColor()); },
+            0x123456 } },
+        { "tip",
+          { [](IObjeto &o) { o.setTip(" ayuda "); }, [](const IObjeto &o) { return QVariant(o.getTip()); },
+            " ayuda " } },
+        { "referencias",
+          { [](IObjeto &o) { o.setReferencias(std::make_shared<tarvonix::Referencias>()); },
+            [](const IObjeto &o) { return QVariant(bool(o.getReferencias())); }, true } },
+        { "puedeContener",
+          { [](IObjeto &o) { o.setPuedeContener(true); },
+            [](const IObjeto &o) { return QVariant(o.getPuedeContener() * 10 + bool(o.getObjetos())); },
+            11 } },
+        { "padreYFlags", // stored by every kind
+          { [](IObjeto &o) {
+               o.setPadre("P1"), o.setSeleccionado(true), o.setActivo(true), o.setEmpresa(-32768);
+           },
+            [](const IObjeto &o) {
+                return QVariant(QStringLiteral("%1 %2 %3 %4")
+                                    .arg(o.getPadre())
+                                    .arg(o.getSeleccionado())
+                                    .arg(o.getActivo())
+                                    .arg(o.getEmpresa()));
+            },
+            "P1 1 1 -32768" } },
     };
     return all;
 }

@@ -33,9 +33,11 @@ private Q_SLOTS:
     {
         QFETCH(ObjetoPtr, objeto);
         QFETCH(QString, kind);
-        const std::pair<QString, ObjetoPtr> casts[] = {
-            {"D", Caster::toDeposito(objeto)}, {"L", Caster::toLote(objeto)}, {"U", Caster::toUbicacion(objeto)},
-            {"E", Caster::toEscala(objeto)}, {"P", Caster::toPierna(objeto)}};
+        const std::pair<QString, ObjetoPtr> casts[] = { { "D", Caster::toDeposito(objeto) },
+                                                        { "L", Caster::toLote(objeto) },
+                                                        { "U", Caster::toUbicacion(objeto) },
+                                                        { "E", Caster::toEscala(objeto) },
+                                                        { "P", Caster::toPierna(objeto) } };
         for (const auto &[letter, cast] : casts)
             QCOMPARE(cast, letter == kind ? objeto : ObjetoPtr());
         if (!kind.isEmpty())

@@ -43,7 +43,7 @@ private Q_SLOTS:
         RecordingContenedor frame;
         const ObjetoPtr ejemplo = std::make_shared<Objeto>();
         formato().alinearHorizontal(&frame, ejemplo);
-        QCOMPARE(frame.calls, QStringList{"alinearHorizontal"});
+        QCOMPARE(frame.calls, QStringList { "alinearHorizontal" });
         QCOMPARE(frame.referencia, ejemplo);
         formato().alinearHorizontal(&frame, nullptr); // the container decides what none means
         QCOMPARE(frame.calls.size(), 2);

@@ -17,7 +17,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(dir.isValid());
-        for (auto [name, size] : {std::pair{"uva.png", 4}, {"Depósito Ñ 酒.png", 7}}) {
+        for (auto [name, size] : { std::pair { "uva.png", 4 }, { "Depósito Ñ 酒.png", 7 } }) {
             QImage picture(size, size, QImage::Format_RGB32);
             picture.fill(Qt::darkRed);
             QVERIFY(picture.save(dir.filePath(QString::fromUtf8(name))));
@@ -39,7 +39,8 @@ void tst_Imagenes::imagenLoadsOrLetsGo()
     QVERIFY(i.getHandler().isNull());
     i.setArchivo(dir.filePath(QStringLiteral("Depósito Ñ 酒.png")));
     QCOMPARE(i.getHandler().size(), QSize(7, 7));
-    for (const QString &bad : {dir.filePath("falta.png"), dir.filePath("nota.png"), dir.path(), QString()}) {
+    for (const QString &bad :
+         { dir.filePath("falta.png"), dir.filePath("nota.png"), dir.path(), QString() }) {
         i.setArchivo(dir.filePath("uva.png"));
         QVERIFY(!i.getHandler().isNull());
         i.setArchivo(bad); // no failure, and the earlier picture is gone

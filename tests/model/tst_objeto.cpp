@@ -12,10 +12,16 @@ class tst_Objeto : public QObject
 private Q_SLOTS:
     void commonField_data()
     {
-        modeltest::commonField_data({{"tipo", true, QString()}, {"xy", true, 0}, {"anchoAlto", true, 0},
-                                     {"forma", true, 0}, {"imagen", true, false}, {"tag", true, QVariant()},
-                                     {"color", true, 0xFFFFFF}, {"tip", true, QString()},
-                                     {"referencias", true, false}, {"puedeContener", true, 0}});
+        modeltest::commonField_data({ { "tipo", true, QString() },
+                                      { "xy", true, 0 },
+                                      { "anchoAlto", true, 0 },
+                                      { "forma", true, 0 },
+                                      { "imagen", true, false },
+                                      { "tag", true, QVariant() },
+                                      { "color", true, 0xFFFFFF },
+                                      { "tip", true, QString() },
+                                      { "referencias", true, false },
+                                      { "puedeContener", true, 0 } });
     }
     void commonField() { modeltest::commonField(std::make_shared<Objeto>()); }
 
@@ -33,7 +39,8 @@ private Q_SLOTS:
         QFETCH(qint16, xy);
         ObjetoPtr o = std::make_shared<Objeto>();
         o->setX(value), o->setY(value), o->setAncho(value), o->setAlto(value);
-        QCOMPARE(QList<qint16>({o->getX(), o->getY(), o->getAncho(), o->getAlto()}), QList<qint16>({xy, xy, value, value}));
+        QCOMPARE(QList<qint16>({ o->getX(), o->getY(), o->getAncho(), o->getAlto() }),
+                 QList<qint16>({ xy, xy, value, value }));
     }
 
     void textsAreKeptOrTrimmed()

@@ -20,7 +20,7 @@ private Q_SLOTS:
         QCOMPARE(c.Item(2), n);
         QCOMPARE(c.Item("d1"), d1);
         QCOMPARE(c.Item("DEPÓSITO ñ 酒"), n);
-        for (int bad : {0, -1, 3, -32768, 32767})
+        for (int bad : { 0, -1, 3, -32768, 32767 })
             QVERIFY(!c.Item(bad));
         QVERIFY(!c.Item("D2"));
         QVERIFY(!Objetos().Item(1));
@@ -62,7 +62,7 @@ private Q_SLOTS:
     {
         Objetos c;
         c.clear();
-        for (const char *codigo : {"z", "a", "m"})
+        for (const char *codigo : { "z", "a", "m" })
             c.add(objeto(codigo));
         auto before = c.NewEnum();
         c.clear();
@@ -71,7 +71,7 @@ private Q_SLOTS:
         QStringList seen;
         while (before.hasNext())
             seen << before.next()->getCodigo();
-        QCOMPARE(seen, QStringList({"z", "a", "m"}));
+        QCOMPARE(seen, QStringList({ "z", "a", "m" }));
     }
 };
 

@@ -20,10 +20,15 @@ class tst_Pierna : public QObject
 private Q_SLOTS:
     void commonField_data()
     {
-        modeltest::commonField_data({{"tipo", false, "P"}, {"xy", true, 0}, {"anchoAlto", true, 0},
-                                     {"forma", true, 0}, {"imagen", true, false}, {"tag", true, QVariant()},
-                                     {"color", true, 0xFFFFFF}, {"tip", true, QString()},
-                                     {"referencias", true, false}});
+        modeltest::commonField_data({ { "tipo", false, "P" },
+                                      { "xy", true, 0 },
+                                      { "anchoAlto", true, 0 },
+                                      { "forma", true, 0 },
+                                      { "imagen", true, false },
+                                      { "tag", true, QVariant() },
+                                      { "color", true, 0xFFFFFF },
+                                      { "tip", true, QString() },
+                                      { "referencias", true, false } });
     }
     void commonField() { modeltest::commonField(std::make_shared<Pierna>()); }
 
@@ -54,7 +59,7 @@ private Q_SLOTS:
         p.setObjeto(2, 3, x);
         QCOMPARE(p.getObjeto(2, 3), x);
         QVERIFY(p.esUbicacion(2, 4));
-        for (auto [e, q] : {std::pair{2, 0}, {2, 5}, {0, 1}, {4, 1}, {-32768, 32767}}) {
+        for (auto [e, q] : { std::pair { 2, 0 }, { 2, 5 }, { 0, 1 }, { 4, 1 }, { -32768, 32767 } }) {
             QVERIFY(!p.esUbicacion(e, q) && !p.getObjeto(e, q));
             QCOMPARE(failureOf([&] { p.setObjeto(e, q, x); }), outOfRange);
         }
@@ -79,7 +84,8 @@ private Q_SLOTS:
         p.setObjeto(1, 2, b);
         p.setObjeto(1, 1, c);
         const auto objetos = p.getObjetos(); // tier by tier, position by position
-        QCOMPARE(QList<ObjetoPtr>({objetos->Item(1), objetos->Item(2), objetos->Item(3)}), QList<ObjetoPtr>({c, b, a}));
+        QCOMPARE(QList<ObjetoPtr>({ objetos->Item(1), objetos->Item(2), objetos->Item(3) }),
+                 QList<ObjetoPtr>({ c, b, a }));
         QCOMPARE(a->getPadre(), QString()); // placed objects are left as they are
         p.setObjeto(2, 1, b); // placed twice
         QCOMPARE(failureOf([&] { p.getObjetos(); }), int(Error::DuplicateKey));
@@ -92,12 +98,18 @@ private Q_SLOTS:
         QTest::addColumn<qint16>("p");
         QTest::addColumn<QString>("escala");
         QTest::addColumn<QString>("ubicacion");
-        QTest::newRow("P01") << "P01" << qint16(2) << qint16(5) << "P012000" << "P012005";
-        QTest::newRow("cut to six") << "ABCDEFGH" << qint16(2) << qint16(5) << "ABCDEF2000" << "ABCDEF2005";
-        QTest::newRow("tier 33 wraps") << "P" << qint16(33) << qint16(1) << "P-32536" << "P-32535";
-        QTest::newRow("p not checked") << QString() << qint16(1) << qint16(99) << "1000" << "1099";
-        QTest::newRow("p wraps") << "Ñ酒" << qint16(1) << qint16(32767) << "Ñ酒1000" << "Ñ酒-31769";
-        QTest::newRow("negative p") << "D" << qint16(1) << qint16(-32768) << "D1000" << "D-31768";
+        QTest::newRow("P01") << "P01" << qint16(2) << qint16(5) << "P012000"
+                             << "P012005";
+        QTest::newRow("cut to six") << "ABCDEFGH" << qint16(2) << qint16(5) << "ABCDEF2000"
+                                    << "ABCDEF2005";
+        QTest::newRow("tier 33 wraps") << "P" << qint16(33) << qint16(1) << "P-32536"
+                                       << "P-32535";
+        QTest::newRow("p not checked") << QString() << qint16(1) << qint16(99) << "1000"
+                                       << "1099";
+        QTest::newRow("p wraps") << "Ñ酒" << qint16(1) << qint16(32767) << "Ñ酒1000"
+                                 << "Ñ酒-31769";
+        QTest::newRow("negative p") << "D" << qint16(1) << qint16(-32768) << "D1000"
+                                    << "D-31768";
     }
     void generatedCodes()
     {
@@ -114,16 +126,17 @@ private Q_SLOTS:
         leg.setCodigo("Z"); // tiers keep the code they were made with
 
         const auto tier = leg.getEscala(e);
-        QCOMPARE(QStringList({tier->getCodigo(), tier->getPadre(), tier->getDescripcion()}),
-                 QStringList({escala, pierna, QStringLiteral("Escala %1").arg(e)}));
+        QCOMPARE(QStringList({ tier->getCodigo(), tier->getPadre(), tier->getDescripcion() }),
+                 QStringList({ escala, pierna, QStringLiteral("Escala %1").arg(e) }));
         QCOMPARE(tier->getEmpresa(), qint16(-32768));
         QCOMPARE(tier->getEscala(), e);
 
         leg.setCodigo(pierna);
         const auto u = leg.getUbicacion(e, p);
         QVERIFY(u);
-        QCOMPARE(QStringList({u->getCodigo(), u->getPadre(), u->getDescripcion()}),
-                 QStringList({ubicacion, escala, QStringLiteral("Escala %1 Ubicación (Física)%2").arg(e).arg(p)}));
+        QCOMPARE(QStringList({ u->getCodigo(), u->getPadre(), u->getDescripcion() }),
+                 QStringList(
+                     { ubicacion, escala, QStringLiteral("Escala %1 Ubicación (Física)%2").arg(e).arg(p) }));
         QCOMPARE(u->getEmpresa(), qint16(-32768));
         QCOMPARE(u->getEscala(), e);
         QCOMPARE(u->getUbicacion(), p);

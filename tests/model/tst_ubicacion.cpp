@@ -12,10 +12,16 @@ private Q_SLOTS:
     void commonField_data()
     {
         // Black, not white, to start with.
-        modeltest::commonField_data({{"tipo", false, "U"}, {"xy", false, 0}, {"anchoAlto", false, 0},
-                                     {"forma", true, 0}, {"imagen", false, false}, {"tag", true, QVariant()},
-                                     {"color", true, 0}, {"tip", true, QString()},
-                                     {"referencias", false, false}, {"puedeContener", false, 0}});
+        modeltest::commonField_data({ { "tipo", false, "U" },
+                                      { "xy", false, 0 },
+                                      { "anchoAlto", false, 0 },
+                                      { "forma", true, 0 },
+                                      { "imagen", false, false },
+                                      { "tag", true, QVariant() },
+                                      { "color", true, 0 },
+                                      { "tip", true, QString() },
+                                      { "referencias", false, false },
+                                      { "puedeContener", false, 0 } });
     }
     void commonField() { modeltest::commonField(std::make_shared<Ubicacion>()); }
 };

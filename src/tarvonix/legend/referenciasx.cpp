@@ -131,7 +131,8 @@ void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
     auto claves = m_referencias->NewEnum();
     while (claves.hasNext()) {
         const std::shared_ptr<Referencia> r = claves.next();
-        QWidget *control = m_filas.add(QStringLiteral("Tarvonix.ReferenciaX"), QStringLiteral("R") + r->getClave());
+        QWidget *control
+            = m_filas.add(QStringLiteral("Tarvonix.ReferenciaX"), QStringLiteral("R") + r->getClave());
         auto *fila = qobject_cast<ReferenciaX *>(control);
         if (!fila)
             throw Error(Error::MemberNotSupported);

@@ -17,8 +17,8 @@ namespace {
 const ControlRegistration registration(QStringLiteral("Tarvonix.ReferenciaX"),
                                        [](QWidget *parent) { return new ReferenciaX(parent); });
 
-constexpr double xCaja = 7;      // left edge of the colour box
-constexpr double ladoCaja = 9;   // the box spans ladoCaja + 1 pixels
+constexpr double xCaja = 7; // left edge of the colour box
+constexpr double ladoCaja = 9; // the box spans ladoCaja + 1 pixels
 constexpr double xTexto = 24;
 constexpr double margenDerecho = 7;
 
@@ -118,7 +118,8 @@ void ReferenciaX::mousePressEvent(QMouseEvent *event)
 void ReferenciaX::mouseReleaseEvent(QMouseEvent *event)
 {
     // A click is a press and a release of the left button on the row.
-    const bool click = m_pulsado && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
+    const bool click
+        = m_pulsado && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
     m_pulsado = false;
     if (click)
         pasarAlContenedor("Click");
@@ -136,7 +137,7 @@ void ReferenciaX::pasarAlContenedor(const char *evento)
 {
     // The holding list raises the event; a row held by anything else stays silent.
     trapSilently([&] {
-        LateBinding::call(parentWidget(), QString::fromLatin1(evento), {QVariant::fromValue(m_referencia)});
+        LateBinding::call(parentWidget(), QString::fromLatin1(evento), { QVariant::fromValue(m_referencia) });
     });
 }
 
