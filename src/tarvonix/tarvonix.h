@@ -33,11 +33,18 @@
 
 #include <tarvonix/legend/referencia.h>
 #include <tarvonix/legend/referencias.h>
+#include <tarvonix/legend/referenciasx.h>
+#include <tarvonix/legend/referenciax.h>
 
 #include <tarvonix/containers/contenedorx.h>
 #include <tarvonix/containers/dummy.h>
 #include <tarvonix/containers/icontenedorx.h>
 #include <tarvonix/containers/iobjetox.h>
+
+#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/leg/geometriaceldas.h>
+#include <tarvonix/leg/piernax.h>
+
 #include <tarvonix/map/imapax.h>
 
 #endif

@@ -3,6 +3,7 @@
 
 #include <tarvonix/tarvonix_export.h>
 
+#include <QMetaType>
 #include <QString>
 
 #include <memory>
@@ -34,5 +35,8 @@ private:
 };
 
 } // namespace tarvonix
+
+// Keys travel through the legend's signals and late-bound calls as QVariant.
+Q_DECLARE_METATYPE(std::shared_ptr<tarvonix::Referencia>)
 
 #endif

@@ -43,4 +43,6 @@ private:
 
 } // namespace tarvonix
 
+Q_DECLARE_METATYPE(std::shared_ptr<tarvonix::Referencias>)
+
 #endif

@@ -55,4 +55,6 @@ private:
 
 } // namespace tarvonix
 
+Q_DECLARE_METATYPE(std::shared_ptr<tarvonix::Objetos>)
+
 #endif

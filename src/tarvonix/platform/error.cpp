@@ -25,8 +25,12 @@ QString Error::standardDescription(Code code)
         return QStringLiteral("Invalid procedure call or argument");
     case Overflow:
         return QStringLiteral("Overflow");
+    case DivisionByZero:
+        return QStringLiteral("Division by zero");
     case SubscriptOutOfRange:
         return QStringLiteral("Subscript out of range");
+    case TypeMismatch:
+        return QStringLiteral("Type mismatch");
     case ObjectNotSet:
         return QStringLiteral("Object variable or With block variable not set");
     case MemberNotSupported:

@@ -23,7 +23,9 @@ public:
     enum Code {
         InvalidArgument = 5,       //!< a lookup by an unknown key, an argument out of its domain
         Overflow = 6,              //!< a 16-bit result that does not fit
+        DivisionByZero = 11,       //!< a computation whose divisor came out as zero
         SubscriptOutOfRange = 9,   //!< an index outside a collection or the leg's grid
+        TypeMismatch = 13,         //!< a value that is not of the kind asked for
         ObjectNotSet = 91,         //!< a none reference where a member is read
         MemberNotSupported = 438,  //!< a late-bound call of a member the object lacks
         DuplicateKey = 457,        //!< a key already present in a keyed collection

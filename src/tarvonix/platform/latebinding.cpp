@@ -83,7 +83,7 @@ QMetaMethod findMethod(const QMetaObject *meta, const QString &name, qsizetype a
 QVariant invoke(QObject *target, const QMetaMethod &method, const QVariantList &arguments)
 {
     std::array<QVariant, 10> converted;
-    std::array<QByteArray, 10> typeNames; // the arguments point into these until the call returns
+    std::array<QByteArray, 10> typeNames; // QGenericArgument keeps only a pointer to the name
     std::array<QGenericArgument, 10> generic;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QMetaType type = method.parameterMetaType(int(i));

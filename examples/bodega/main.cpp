@@ -1,0 +1,83 @@
+// The demo host: a winery's site on the map. With a display it opens a
+// window; without one, or with --screenshot FILE, it renders the map to a
+// PNG file and says where.
+
+#include "sitio.h"
+#include "ventanabodega.h"
+
+#include <tarvonix/platform/errortrap.h>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QTimer>
+
+namespace {
+
+bool hayPantalla()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+        || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const bool sinPantalla = !hayPantalla();
+    if (sinPantalla)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    app.setApplicationName(QStringLiteral("Bodega"));
+
+    QCommandLineParser opciones;
+    opciones.setApplicationDescription(QStringLiteral("A winery's site on the Tarvonix map."));
+    opciones.addHelpOption();
+    const QCommandLineOption captura(QStringLiteral("screenshot"),
+                                     QStringLiteral("Render the map to the PNG file <file> and quit."),
+                                     QStringLiteral("file"));
+    const QCommandLineOption archivoSitio(QStringLiteral("sitio"),
+                                          QStringLiteral("Read the site from the JSON file <file>."),
+                                          QStringLiteral("file"));
+    opciones.addOption(captura);
+    opciones.addOption(archivoSitio);
+    opciones.process(app);
+
+    QTextStream salida(stdout);
+    QFile fuente(opciones.isSet(archivoSitio) ? opciones.value(archivoSitio) : QStringLiteral(":/bodega/bodega.json"));
+    if (!fuente.open(QIODevice::ReadOnly)) {
+        QTextStream(stderr) << "Cannot read " << fuente.fileName() << '\n';
+        return 1;
+    }
+    QTemporaryDir imagenes;
+    Sitio sitio = Sitio::desdeJson(fuente.readAll(), imagenes.path());
+    if (!sitio.error.isEmpty()) {
+        QTextStream(stderr) << fuente.fileName() << ": " << sitio.error << '\n';
+        return 1;
+    }
+
+    if (sinPantalla || opciones.isSet(captura)) {
+        // Nobody to answer a message box: failures go to the terminal.
+        tarvonix::setErrorHandler([](const QString &mensaje) { QTextStream(stderr) << mensaje << '\n'; });
+    }
+
+    VentanaBodega ventana(std::move(sitio));
+    ventana.show();
+
+    if (sinPantalla || opciones.isSet(captura)) {
+        const QString archivo = QDir::current().absoluteFilePath(
+            opciones.isSet(captura) ? opciones.value(captura) : QStringLiteral("bodega.png"));
+        QCoreApplication::processEvents();
+        if (!ventana.grab().save(archivo)) {
+            QTextStream(stderr) << "Cannot write " << archivo << '\n';
+            return 1;
+        }
+        salida << (sinPantalla ? "No display here: the map" : "The map") << " was rendered to " << archivo << '\n';
+        return 0;
+    }
+    return app.exec();
+}

@@ -1,0 +1,389 @@
+#include <tarvonix/leg/etiquetas.h>
+
+#include <tarvonix/model/color.h>
+#include <tarvonix/platform/colorconversion.h>
+#include <tarvonix/platform/controlregistry.h>
+#include <tarvonix/platform/error.h>
+#include <tarvonix/platform/errortrap.h>
+#include <tarvonix/platform/propertybag.h>
+#include <tarvonix/platform/shiftstate.h>
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QDragMoveEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+#include <limits>
+
+namespace tarvonix {
+
+namespace {
+
+const ControlRegistration registration(QStringLiteral("Tarvonix.etiquetas"),
+                                       [](QWidget *parent) { return new etiquetas(parent); });
+
+constexpr QSize tamanoDiseno(100, 20);
+constexpr qint16 defaultSentido = 0;
+constexpr float defaultSeparacion = 20;
+constexpr bool defaultNumerar = true;
+constexpr qint16 defaultPaso = 1;
+constexpr qint16 defaultPrimero = 1;
+constexpr qint32 defaultBackColor = 0xC0C0C0;
+constexpr qint32 defaultForeColor = 0;
+constexpr bool defaultEfecto = true;
+constexpr qint16 defaultOLEDropMode = 0;
+
+constexpr qint32 blanco = 0xFFFFFF;
+constexpr qint32 negro = 0;
+
+// A moved pointer starts a drag once it is more than this far (squared) from the press.
+constexpr double radioArrastre2 = 25;
+
+Qt::DropAction accion(qint32 effect)
+{
+    if (effect & 1)
+        return Qt::CopyAction;
+    if (effect & 2)
+        return Qt::MoveAction;
+    return Qt::IgnoreAction;
+}
+
+} // namespace
+
+etiquetas::etiquetas(QWidget *parent)
+    : QWidget(parent)
+{
+    resize(tamanoDiseno);
+    // Drags are always taken, so that a strip that refuses them does not pass them to the control beneath.
+    setAcceptDrops(true);
+}
+
+etiquetas::~etiquetas() = default;
+
+void etiquetas::setSentido(qint16 sentido)
+{
+    m_sentido = sentido;
+}
+
+void etiquetas::setSeparacion(float separacion)
+{
+    m_separacion = separacion;
+}
+
+void etiquetas::setNumerar(bool numerar)
+{
+    m_numerar = numerar;
+}
+
+void etiquetas::setPaso(qint16 paso)
+{
+    m_paso = paso;
+}
+
+void etiquetas::setPrimero(qint16 primero)
+{
+    m_primero = primero;
+}
+
+void etiquetas::setBackColor(qint32 colour)
+{
+    m_backColor = colour;
+}
+
+void etiquetas::setForeColor(qint32 colour)
+{
+    m_foreColor = colour;
+}
+
+void etiquetas::setTexto(const QString &texto)
+{
+    m_texto = texto;
+}
+
+void etiquetas::setEfecto(bool efecto)
+{
+    m_efecto = efecto;
+}
+
+void etiquetas::setOLEDropMode(qint16 mode)
+{
+    m_oleDropMode = mode;
+}
+
+QSize etiquetas::sizeHint() const
+{
+    return tamanoDiseno;
+}
+
+int etiquetas::etiquetaEn(double coordenada) const
+{
+    const double paso = double(m_separacion) + 1;
+    if (paso == 0)
+        throw Error(Error::DivisionByZero);
+    const double etiqueta = std::floor(coordenada / paso) + 1;
+    if (!(etiqueta >= std::numeric_limits<int>::min() && etiqueta <= std::numeric_limits<int>::max()))
+        throw Error(Error::Overflow);
+    return int(etiqueta);
+}
+
+double etiquetas::coordenada(const QPointF &punto) const
+{
+    return m_sentido == 0 ? punto.x() : punto.y();
+}
+
+QString etiquetas::rotulo(qint64 numero) const
+{
+    return m_numerar ? QString::number(numero) : m_texto;
+}
+
+// ---------------------------------------------------------------------------
+// Paint
+
+void etiquetas::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    Surface::Painting painting(m_surface, painter);
+    trap(QStringLiteral("Etiquetas.UserControl_Paint->"), [this] { pintar(); });
+}
+
+void etiquetas::pintar()
+{
+    m_surface.setFont(font());
+    m_surface.setBackColor(m_backColor);
+    m_surface.clear(0, 0, width(), height());
+    // 1. The shade for separators and outline. A system colour is shaded as the colour it shows.
+    const qint32 fondo = isSystemColour(m_backColor) ? fromQColor(toQColor(m_backColor, palette())) : m_backColor;
+    const qint32 sombra = Color::sombrearColor(fondo, 0.7);
+    // 2. The outline.
+    m_surface.setForeColor(sombra);
+    m_surface.setFillStyle(Surface::FillTransparent);
+    m_surface.setDrawStyle(Surface::DrawSolid);
+    m_surface.box(0, 0, width() - 1, height() - 1);
+    m_surface.setForeColor(m_foreColor);
+    // Slots narrower than a pixel would never reach the end of the strip.
+    if (!(double(m_separacion) + 1 >= 1))
+        throw Error(Error::InvalidArgument);
+    // 3./4. The slots.
+    if (m_sentido == 0)
+        pintarAcross(sombra);
+    else
+        pintarDown(sombra);
+    // The sunken slot, while a button is held on it.
+    if (m_efecto && m_presionada > 0)
+        dibujarRelieve(m_presionada, negro);
+}
+
+void etiquetas::pintarAcross(qint32 sombra)
+{
+    const double w = width();
+    const double h = height();
+    const double separacion = m_separacion;
+    // 1. One text row for every slot.
+    const double fila = (h - m_surface.textHeight(QStringLiteral("1"))) / 2;
+    // 2. The top highlight.
+    m_surface.line(0, 1, w - 1, 1, blanco);
+    // 3. Separator, highlight and label of each slot, to the end of the control.
+    qint64 numero = m_primero;
+    for (qint64 i = 0;; ++i) {
+        const double pos = double(i) * (separacion + 1);
+        if (!(pos <= w))
+            break;
+        m_surface.line(pos, 0, pos, h - 1, sombra);
+        m_surface.line(pos + 1, 1, pos + 1, h - 1, blanco);
+        const QString texto = rotulo(numero);
+        const double ancho = m_surface.textWidth(texto);
+        if (ancho < separacion && m_surface.textHeight(texto) < h) {
+            m_surface.setCurrentX(pos + (separacion - ancho) / 2);
+            m_surface.setCurrentY(fila);
+            m_surface.print(texto);
+        }
+        numero += m_paso;
+    }
+}
+
+void etiquetas::pintarDown(qint32 sombra)
+{
+    const double w = width();
+    const double h = height();
+    const double separacion = m_separacion;
+    // 1. The left highlight.
+    m_surface.line(1, 0, 1, h - 1, blanco);
+    // 2. Separator, highlight and label of each slot, to the end of the control.
+    qint64 numero = m_primero;
+    for (qint64 i = 0;; ++i) {
+        const double pos = double(i) * (separacion + 1);
+        if (!(pos <= h))
+            break;
+        m_surface.line(0, pos, w - 1, pos, sombra);
+        m_surface.line(1, pos + 1, w - 1, pos + 1, blanco);
+        const QString texto = rotulo(numero);
+        const double ancho = m_surface.textWidth(texto);
+        const double alto = m_surface.textHeight(texto);
+        if (alto < separacion && ancho < w) {
+            m_surface.setCurrentX((w - ancho) / 2);
+            m_surface.setCurrentY(pos + (separacion - alto) / 2);
+            m_surface.print(texto);
+        }
+        numero += m_paso;
+    }
+}
+
+void etiquetas::dibujarRelieve(int etiqueta, qint32 colour)
+{
+    const double separacion = m_separacion;
+    const double a = (separacion + 1) * (etiqueta - 1) + 1;
+    if (m_sentido != 0) {
+        m_surface.line(1, a, 1, a + separacion, colour);
+        m_surface.line(1, a, width() - 1, a, colour);
+    } else {
+        m_surface.line(a, 1, a, height() - 1, colour);
+        m_surface.line(a, 1, a + separacion, 1, colour);
+    }
+}
+
+void etiquetas::dibujarPresionada(int etiqueta, bool presionada)
+{
+    if (!m_efecto)
+        return;
+    // Released, a slot looks as the plain paint draws it; pressed, the paint sinks it.
+    m_presionada = presionada ? etiqueta : 0;
+    update();
+}
+
+// ---------------------------------------------------------------------------
+// Mouse
+
+void etiquetas::mousePressEvent(QMouseEvent *event)
+{
+    const QPointF punto = event->position();
+    const int button = mouseButton(event->button());
+    trap(QStringLiteral("Etiquetas.UserControl_MouseDown->"), [&] {
+        // 1. Sink the slot, report it, remember where.
+        const int etiqueta = etiquetaEn(coordenada(punto));
+        dibujarPresionada(etiqueta, true);
+        if (button == LeftButton)
+            Q_EMIT Click(etiqueta);
+        else if (button == RightButton)
+            Q_EMIT RightClick(etiqueta);
+        m_downX = punto.x();
+        m_downY = punto.y();
+    });
+}
+
+void etiquetas::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPointF punto = event->position();
+    const Qt::MouseButtons buttons = event->buttons();
+    if (buttons == Qt::NoButton)
+        return;
+    trap(QStringLiteral("Etiquetas.UserControl_MouseMove->"), [&] {
+        // 2. Raise the slot again, and start a drag once the pointer left the press point.
+        if (m_presionada != 0)
+            dibujarPresionada(m_presionada, false);
+        const double dx = punto.x() - m_downX;
+        const double dy = punto.y() - m_downY;
+        if (buttons.testFlag(Qt::LeftButton) && dx * dx + dy * dy > radioArrastre2)
+            Q_EMIT OLEStartDrag(float(punto.x()), float(punto.y()), etiquetaEn(coordenada(punto)));
+    });
+}
+
+void etiquetas::mouseReleaseEvent(QMouseEvent *event)
+{
+    const QPointF punto = event->position();
+    trap(QStringLiteral("Etiquetas.UserControl_MouseUp->"),
+         [&] { dibujarPresionada(etiquetaEn(coordenada(punto)), false); });
+}
+
+void etiquetas::mouseDoubleClickEvent(QMouseEvent *)
+{
+    // The second press of a double click is no new press: one Click per double click.
+}
+
+// ---------------------------------------------------------------------------
+// Drag and drop
+
+void etiquetas::dragEnterEvent(QDragEnterEvent *event)
+{
+    event->setDropAction(m_oleDropMode != 0 ? Qt::CopyAction : Qt::IgnoreAction);
+    event->accept();
+}
+
+void etiquetas::dragMoveEvent(QDragMoveEvent *event)
+{
+    if (m_oleDropMode != 0) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    } else {
+        event->setDropAction(Qt::IgnoreAction);
+        event->ignore();
+    }
+}
+
+void etiquetas::dropEvent(QDropEvent *event)
+{
+    if (m_oleDropMode == 0) {
+        event->setDropAction(Qt::IgnoreAction);
+        event->ignore();
+        return;
+    }
+    qint32 effect = qint32(event->dropAction());
+    const QPointF punto = event->position();
+    trap(QStringLiteral("Etiquetas.UserControl_OLEDragDrop->"), [&] {
+        Q_EMIT OLEDragDrop(event->mimeData(), &effect, mouseButton(event->buttons()),
+                           shiftState(event->modifiers()), float(punto.x()), float(punto.y()),
+                           etiquetaEn(coordenada(punto)));
+    });
+    event->setDropAction(accion(effect));
+    if (effect != 0)
+        event->accept();
+    else
+        event->ignore();
+}
+
+// ---------------------------------------------------------------------------
+// Properties
+
+void etiquetas::readProperties(const PropertyBag &bag)
+{
+    resize(bag.readProperty(QStringLiteral("_extentx"), tamanoDiseno.width()).toInt(),
+           bag.readProperty(QStringLiteral("_extenty"), tamanoDiseno.height()).toInt());
+    setSentido(bag.readProperty(QStringLiteral("Sentido"), defaultSentido).value<qint16>());
+    setSeparacion(bag.readProperty(QStringLiteral("Separacion"), defaultSeparacion).value<float>());
+    setNumerar(bag.readProperty(QStringLiteral("Numerar"), defaultNumerar).toBool());
+    setPaso(bag.readProperty(QStringLiteral("Paso"), defaultPaso).value<qint16>());
+    setPrimero(bag.readProperty(QStringLiteral("Primero"), defaultPrimero).value<qint16>());
+    setBackColor(bag.readProperty(QStringLiteral("BackColor"), defaultBackColor).value<qint32>());
+    setForeColor(bag.readProperty(QStringLiteral("ForeColor"), defaultForeColor).value<qint32>());
+    setTexto(bag.readProperty(QStringLiteral("Texto"), QString()).toString());
+    setEfecto(bag.readProperty(QStringLiteral("Efecto"), defaultEfecto).toBool());
+    // A font equal to the ambient one is not kept, so that the strip goes on following its container.
+    const QFont ambiente = parentWidget() ? parentWidget()->font() : QApplication::font();
+    const QFont fuente = bag.readProperty(QStringLiteral("Font"), ambiente).value<QFont>();
+    setFont(fuente == ambiente ? QFont() : fuente);
+    setOLEDropMode(bag.readProperty(QStringLiteral("OLEDropMode"), defaultOLEDropMode).value<qint16>());
+}
+
+void etiquetas::writeProperties(PropertyBag &bag) const
+{
+    // Saved in lower case, as forms have always held them; reading ignores case.
+    bag.writeProperty(QStringLiteral("_extentx"), width(), tamanoDiseno.width());
+    bag.writeProperty(QStringLiteral("_extenty"), height(), tamanoDiseno.height());
+    bag.writeProperty(QStringLiteral("sentido"), m_sentido, defaultSentido);
+    bag.writeProperty(QStringLiteral("separacion"), m_separacion, defaultSeparacion);
+    bag.writeProperty(QStringLiteral("numerar"), m_numerar, defaultNumerar);
+    bag.writeProperty(QStringLiteral("paso"), m_paso, defaultPaso);
+    bag.writeProperty(QStringLiteral("primero"), m_primero, defaultPrimero);
+    bag.writeProperty(QStringLiteral("backcolor"), m_backColor, defaultBackColor);
+    bag.writeProperty(QStringLiteral("forecolor"), m_foreColor, defaultForeColor);
+    bag.writeProperty(QStringLiteral("texto"), m_texto, QString());
+    bag.writeProperty(QStringLiteral("efecto"), m_efecto, defaultEfecto);
+    const QFont ambiente = parentWidget() ? parentWidget()->font() : QApplication::font();
+    bag.writeProperty(QStringLiteral("font"), font(), ambiente);
+    bag.writeProperty(QStringLiteral("oledropmode"), m_oleDropMode, defaultOLEDropMode);
+}
+
+} // namespace tarvonix

@@ -1,0 +1,199 @@
+#include <tarvonix/legend/referenciasx.h>
+
+#include <tarvonix/legend/referenciax.h>
+#include <tarvonix/platform/controlregistry.h>
+#include <tarvonix/platform/error.h>
+#include <tarvonix/platform/propertybag.h>
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tarvonix {
+
+namespace {
+
+const ControlRegistration registration(QStringLiteral("Tarvonix.ReferenciasX"),
+                                       [](QWidget *parent) { return new ReferenciasX(parent); });
+
+constexpr int altoFila = 24;
+
+constexpr qint32 defaultBackColor = 0xFFFFFF;
+constexpr qint16 defaultBorderStyle = 0;
+constexpr float defaultFontSize = 0;
+constexpr qint32 defaultForeColor = qint32(0x80000012); // the system's button text
+
+} // namespace
+
+ReferenciasX::ReferenciasX(QWidget *parent)
+    : QWidget(parent)
+    , m_filas(this)
+{
+    m_surface.setBackColor(defaultBackColor);
+    m_surface.setForeColor(defaultForeColor);
+}
+
+ReferenciasX::~ReferenciasX() = default;
+
+qint32 ReferenciasX::BackColor() const
+{
+    return m_surface.backColor();
+}
+
+void ReferenciasX::setBackColor(qint32 colour)
+{
+    m_surface.setBackColor(colour);
+    update();
+}
+
+qint16 ReferenciasX::BorderStyle() const
+{
+    return m_borderStyle;
+}
+
+void ReferenciasX::setBorderStyle(qint16 style)
+{
+    m_borderStyle = style;
+    update();
+}
+
+QString ReferenciasX::FontName() const
+{
+    return font().family();
+}
+
+void ReferenciasX::setFontName(const QString &name)
+{
+    if (name.isEmpty())
+        return;
+    QFont f = font();
+    f.setFamily(name);
+    setFont(f);
+}
+
+bool ReferenciasX::FontBold() const
+{
+    return font().bold();
+}
+
+void ReferenciasX::setFontBold(bool bold)
+{
+    QFont f = font();
+    f.setBold(bold);
+    setFont(f);
+}
+
+float ReferenciasX::FontSize() const
+{
+    return float(font().pointSizeF());
+}
+
+void ReferenciasX::setFontSize(float size)
+{
+    if (!(size > 0))
+        return;
+    QFont f = font();
+    f.setPointSizeF(size);
+    setFont(f);
+}
+
+qint32 ReferenciasX::ForeColor() const
+{
+    return m_surface.foreColor();
+}
+
+void ReferenciasX::setForeColor(qint32 colour)
+{
+    m_surface.setForeColor(colour);
+    update();
+}
+
+int ReferenciasX::borde() const
+{
+    return m_borderStyle == 1 ? 1 : 0;
+}
+
+void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
+{
+    // 1. Keep the list.
+    m_referencias = lista;
+    // 2. Away with the rows of the previous list.
+    const QStringList anteriores = m_filas.names();
+    for (const QString &nombre : anteriores)
+        m_filas.remove(nombre);
+    if (!m_referencias)
+        throw Error(Error::ObjectNotSet);
+
+    // 3. One row per key, stacked from the top.
+    const int b = borde();
+    int arriba = 0;
+    int masAncha = 0;
+    auto claves = m_referencias->NewEnum();
+    while (claves.hasNext()) {
+        const std::shared_ptr<Referencia> r = claves.next();
+        QWidget *control = m_filas.add(QStringLiteral("Tarvonix.ReferenciaX"), QStringLiteral("R") + r->getClave());
+        auto *fila = qobject_cast<ReferenciaX *>(control);
+        if (!fila)
+            throw Error(Error::MemberNotSupported);
+        fila->setFont(font());
+        fila->move(b, b + arriba);
+        fila->resize(fila->width(), altoFila);
+        fila->setReferencia(r);
+        fila->setVisible(true);
+        masAncha = std::max(masAncha, fila->width());
+        arriba += altoFila;
+    }
+
+    // 4. Every row as wide as the widest.
+    const QStringList nombres = m_filas.names();
+    for (const QString &nombre : nombres) {
+        QWidget *fila = m_filas.item(nombre);
+        fila->resize(masAncha, fila->height());
+    }
+
+    // 5. The list takes the size of its rows (and of its border).
+    resize(masAncha + 2 * b, m_referencias->count() * altoFila + 2 * b);
+
+    // 6.
+    Q_EMIT Resize();
+}
+
+std::shared_ptr<Referencias> ReferenciasX::referencias() const
+{
+    return m_referencias;
+}
+
+void ReferenciasX::readProperties(const PropertyBag &bag)
+{
+    setBackColor(bag.readProperty(QStringLiteral("BackColor"), defaultBackColor).value<qint32>());
+    setBorderStyle(bag.readProperty(QStringLiteral("BorderStyle"), defaultBorderStyle).value<qint16>());
+    setFontName(bag.readProperty(QStringLiteral("FontName"), QString()).toString());
+    setFontBold(bag.readProperty(QStringLiteral("FontBold"), false).toBool());
+    setFontSize(bag.readProperty(QStringLiteral("FontSize"), defaultFontSize).value<float>());
+    setForeColor(bag.readProperty(QStringLiteral("ForeColor"), defaultForeColor).value<qint32>());
+}
+
+void ReferenciasX::writeProperties(PropertyBag &bag) const
+{
+    bag.writeProperty(QStringLiteral("BackColor"), BackColor(), defaultBackColor);
+    bag.writeProperty(QStringLiteral("BorderStyle"), BorderStyle(), defaultBorderStyle);
+    bag.writeProperty(QStringLiteral("FontName"), FontName(), QString());
+    bag.writeProperty(QStringLiteral("FontBold"), FontBold(), false);
+    bag.writeProperty(QStringLiteral("FontSize"), FontSize(), defaultFontSize);
+    bag.writeProperty(QStringLiteral("ForeColor"), ForeColor(), defaultForeColor);
+}
+
+void ReferenciasX::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    Surface::Painting painting(m_surface, painter);
+    m_surface.clear(0, 0, width(), height());
+    if (borde() > 0) {
+        // Drawn in the fore colour, like the outlines of the rows' colour boxes.
+        m_surface.setFillStyle(Surface::FillTransparent);
+        m_surface.setDrawStyle(Surface::DrawSolid);
+        m_surface.box(0, 0, width() - 1, height() - 1);
+    }
+}
+
+} // namespace tarvonix

@@ -1,0 +1,181 @@
+#include <tarvonix/map/framerefx.h>
+
+#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/legend/referenciasx.h>
+#include <tarvonix/map/barratitulo_p.h>
+#include <tarvonix/map/imapax.h>
+#include <tarvonix/model/iobjeto.h>
+#include <tarvonix/platform/controlregistry.h>
+#include <tarvonix/platform/errortrap.h>
+#include <tarvonix/platform/latebinding.h>
+
+namespace tarvonix {
+
+namespace {
+
+const ControlRegistration registration(QStringLiteral("Tarvonix.FrameRefX"),
+                                       [](QWidget *parent) { return new FrameRefX(parent); });
+
+constexpr int anchoBoton = 22;
+constexpr int anchoMinimo = 150;
+
+} // namespace
+
+struct FrameRefX::Private
+{
+    explicit Private(FrameRefX *frame)
+        : barra(frame, anchoBoton)
+    {
+    }
+
+    BarraTitulo barra;
+    ReferenciasX *refx = nullptr;
+    IMapaX *root = nullptr;
+    bool active = false;
+    float dragX = 0;
+    float dragY = 0;
+    int izquierdaAlArrastrar = 0;
+    int arribaAlArrastrar = 0;
+};
+
+FrameRefX::FrameRefX(QWidget *parent)
+    : QWidget(parent)
+    , d(std::make_unique<Private>(this))
+{
+    setAutoFillBackground(true);
+    resize(274, 227);
+    d->refx = new ReferenciasX(this);
+    d->refx->setObjectName(QStringLiteral("refx"));
+    BarraTitulo::colocar(d->refx, 0, 20);
+    d->refx->resize(268, 201);
+
+    etiquetas *titulo = d->barra.titulo();
+    connect(titulo, &etiquetas::Click, this, &FrameRefX::activarSiHaceFalta);
+    connect(titulo, &etiquetas::OLEStartDrag, this, [this](float x, float y, int) {
+        trap(QStringLiteral("FrameRefX.titulo.OLEStartDrag->"), [&] { iniciarMovimiento(x, y); });
+    });
+    for (etiquetas *etiqueta : {titulo, d->barra.mini(), d->barra.cerrar()})
+        connect(etiqueta, &etiquetas::RightClick, this, &FrameRefX::activarSiHaceFalta);
+    connect(d->refx, &ReferenciasX::Click, this, &FrameRefX::activarSiHaceFalta);
+    connect(d->refx, &ReferenciasX::DblClick, this, &FrameRefX::activarSiHaceFalta);
+    connect(d->refx, &ReferenciasX::Resize, this, &FrameRefX::ajustarALista);
+    // What the pointer starts is trapped here: no failure may leave a mouse handler.
+    connect(d->barra.cerrar(), &etiquetas::Click, this, [this] {
+        trap(QStringLiteral("FrameRefX.cerrar.Click->"), [this] {
+            // The map removes the legend and stops wanting it.
+            LateBinding::call(parentWidget(), QStringLiteral("remove"), {QVariant::fromValue<ObjetoPtr>(nullptr)});
+        });
+    });
+    connect(d->barra.mini(), &etiquetas::Click, this,
+            [this] { trap(QStringLiteral("FrameRefX.Minimizar->"), [this] { minimizar(); }); });
+
+    distribuir();
+    d->barra.alFrente();
+}
+
+FrameRefX::~FrameRefX()
+{
+    d->root = nullptr;
+}
+
+void FrameRefX::setMaxViewPort(double, double)
+{
+}
+
+float FrameRefX::getDragX() const
+{
+    return d->dragX;
+}
+
+float FrameRefX::getDragY() const
+{
+    return d->dragY;
+}
+
+void FrameRefX::setRoot(IMapaX *m)
+{
+    d->root = m;
+}
+
+void FrameRefX::IObjetoX_setRoot(IMapaX *m)
+{
+    setRoot(m);
+}
+
+void FrameRefX::setActive(bool act)
+{
+    d->active = act;
+    d->barra.mostrarActivo(act);
+    if (act)
+        raise();
+}
+
+void FrameRefX::activate()
+{
+    setActive(true);
+}
+
+bool FrameRefX::isActive() const
+{
+    return d->active;
+}
+
+void FrameRefX::activarSiHaceFalta()
+{
+    if (!d->active)
+        activate();
+}
+
+void FrameRefX::setReferencias(const std::shared_ptr<Referencias> &ref)
+{
+    d->refx->setReferencias(ref);
+}
+
+void FrameRefX::ajustarALista()
+{
+    // 1.-2. The list and the border around it, never narrower than the smallest legend.
+    const int W = qMax(BarraTitulo::izquierda(d->refx) + d->refx->width() + 2 * BarraTitulo::borde, anchoMinimo);
+    const int H = BarraTitulo::arriba(d->refx) + d->refx->height() + 2 * BarraTitulo::borde;
+    // 3.-4.
+    const bool crece = width() < W || height() < H;
+    resize(W, H);
+    if (crece && d->root)
+        d->root->ensureVisible(this);
+}
+
+void FrameRefX::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    distribuir();
+}
+
+void FrameRefX::distribuir()
+{
+    d->barra.distribuir(width() - 2 * BarraTitulo::borde);
+}
+
+void FrameRefX::minimizar()
+{
+    if (!d->barra.minimizado()) {
+        activate();
+        d->barra.alternarMinimizado();
+    } else {
+        d->barra.alternarMinimizado();
+        activate();
+        if (d->root)
+            d->root->ensureVisible(this);
+    }
+}
+
+void FrameRefX::iniciarMovimiento(float x, float y)
+{
+    if (!d->active)
+        return;
+    d->dragX = x + float(d->barra.titulo()->x());
+    d->dragY = y + float(d->barra.titulo()->y());
+    d->izquierdaAlArrastrar = this->x();
+    d->arribaAlArrastrar = this->y();
+    LateBinding::call(parentWidget(), QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(this)});
+}
+
+} // namespace tarvonix

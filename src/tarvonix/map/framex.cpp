@@ -1,0 +1,521 @@
+#include <tarvonix/map/framex.h>
+
+#include <tarvonix/containers/dummy.h>
+#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/map/barratitulo_p.h>
+#include <tarvonix/map/imapax.h>
+#include <tarvonix/model/objetos.h>
+#include <tarvonix/platform/childcontrols.h>
+#include <tarvonix/platform/controlregistry.h>
+#include <tarvonix/platform/error.h>
+#include <tarvonix/platform/errortrap.h>
+#include <tarvonix/platform/int16.h>
+#include <tarvonix/platform/latebinding.h>
+
+#include <QScrollBar>
+
+namespace tarvonix {
+
+namespace {
+
+const ControlRegistration registration(QStringLiteral("Tarvonix.FrameX"),
+                                       [](QWidget *parent) { return new FrameX(parent); });
+
+const QString nombreConten = QStringLiteral("conten");
+
+// Design sizes, in pixels: the buttons and bars are 18 and 17 wide.
+constexpr int anchoBoton = 18;
+constexpr int anchoBarra = 17;
+constexpr int anchoMinimo = 300;
+constexpr int altoMinimo = 100;
+constexpr int pasoScroll = 10;
+
+QString codigoDe(const ObjetoPtr &obj)
+{
+    if (!obj)
+        throw Error(Error::ObjectNotSet);
+    return obj->getCodigo();
+}
+
+} // namespace
+
+struct FrameX::Private
+{
+    explicit Private(FrameX *frame)
+        : barra(frame, anchoBoton)
+        , controles(frame)
+    {
+    }
+
+    BarraTitulo barra;
+    ChildControls controles;
+    QScrollBar *vert = nullptr;
+    QScrollBar *horiz = nullptr;
+    Dummy *esquina = nullptr;
+    QPointer<QWidget> conten;
+
+    bool pActive = false;
+    ObjetoPtr objeto;
+    ObjetoPtr objetoActivo;
+    IMapaX *root = nullptr;
+    float escala = 1.0f;
+    float dragX = 0;
+    float dragY = 0;
+    int izquierdaAlArrastrar = 0;
+    int arribaAlArrastrar = 0;
+    double maxX = 750;
+    double maxY = 500;
+    bool horizEnUso = false;
+    bool vertEnUso = false;
+};
+
+FrameX::FrameX(QWidget *parent)
+    : QWidget(parent)
+    , d(std::make_unique<Private>(this))
+{
+    setAutoFillBackground(true);
+    resize(273, 223);
+
+    d->vert = new QScrollBar(Qt::Vertical, this);
+    d->vert->setObjectName(QStringLiteral("vert"));
+    BarraTitulo::colocar(d->vert, 248, BarraTitulo::altoTitulo);
+    d->vert->resize(anchoBarra, 177);
+    d->horiz = new QScrollBar(Qt::Horizontal, this);
+    d->horiz->setObjectName(QStringLiteral("horiz"));
+    BarraTitulo::colocar(d->horiz, 0, 200);
+    d->horiz->resize(249, anchoBarra);
+    d->esquina = new Dummy(this);
+    d->esquina->setObjectName(QStringLiteral("esquina"));
+    d->esquina->setBackStyle(1);
+    d->esquina->setBackColor(qint32(0x8000000F)); // the button face
+    d->esquina->setBorderStyle(0);
+    d->esquina->resize(anchoBarra, anchoBarra);
+    for (QScrollBar *barra : {d->vert, d->horiz}) {
+        barra->setSingleStep(pasoScroll);
+        barra->setMaximum(0);
+        barra->hide();
+        barra->installEventFilter(this);
+    }
+    d->esquina->hide();
+
+    connect(d->horiz, &QScrollBar::valueChanged, this, &FrameX::alCambiarHoriz);
+    connect(d->vert, &QScrollBar::valueChanged, this, &FrameX::alCambiarVert);
+
+    etiquetas *titulo = d->barra.titulo();
+    connect(titulo, &etiquetas::Click, this, [this] {
+        trap(QStringLiteral("FrameX.titulo.Click->"), [this] {
+            if (!d->pActive)
+                setActive(d->objetoActivo);
+        });
+    });
+    connect(titulo, &etiquetas::OLEStartDrag, this, [this](float x, float y, int) { iniciarMovimiento(x, y); });
+    for (etiquetas *etiqueta : {titulo, d->barra.mini(), d->barra.cerrar()})
+        connect(etiqueta, &etiquetas::RightClick, this, &FrameX::clicDerecho);
+    connect(d->barra.cerrar(), &etiquetas::Click, this, [this] {
+        trap(QStringLiteral("FrameX.cerrar.Click->"), [this] { root().remove(d->objeto); });
+    });
+    connect(d->barra.mini(), &etiquetas::Click, this, &FrameX::minimizar);
+
+    distribuir();
+    d->barra.alFrente();
+}
+
+FrameX::~FrameX()
+{
+    d->root = nullptr;
+}
+
+bool FrameX::pActive() const
+{
+    return d->pActive;
+}
+
+void FrameX::setPActive(bool active)
+{
+    d->pActive = active;
+}
+
+IContenedorX *FrameX::cast()
+{
+    return this;
+}
+
+IContenedorX &FrameX::contenedor() const
+{
+    if (!d->conten)
+        throw Error(Error::ObjectNotSet);
+    auto *contrato = LateBinding::call(d->conten, QStringLiteral("cast")).value<IContenedorX *>();
+    if (!contrato)
+        throw Error(Error::ObjectNotSet);
+    return *contrato;
+}
+
+IMapaX &FrameX::root() const
+{
+    if (!d->root)
+        throw Error(Error::ObjectNotSet);
+    return *d->root;
+}
+
+void FrameX::setMaxViewPort(double x, double y)
+{
+    trap(QStringLiteral("FrameX.setMaxViewPort->"), [&] {
+        d->maxX = x;
+        d->maxY = y;
+        if (d->conten)
+            ensureVisible(d->conten);
+    });
+}
+
+float FrameX::getDragX() const
+{
+    return d->dragX;
+}
+
+float FrameX::getDragY() const
+{
+    return d->dragY;
+}
+
+ObjetoPtr FrameX::setActive(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("FrameX.setActive->"), [&] {
+        if (d->pActive) {
+            root().setActive(obj, this, 1);
+            if (codigoDe(obj) != codigoDe(d->objetoActivo)) {
+                contenedor().setActivo(d->objetoActivo, false);
+                d->objetoActivo = obj;
+            }
+            contenedor().setActivo(obj, true);
+        } else {
+            d->objetoActivo = obj;
+            setActivo(nullptr, true);
+        }
+    });
+    return d->objetoActivo;
+}
+
+void FrameX::Resize(QWidget *micontrol)
+{
+    trap(QStringLiteral("FrameX.Resize->"), [&] { ensureVisible(micontrol); });
+}
+
+void FrameX::Icontenedorx_refrescar()
+{
+    refrescar();
+}
+
+void FrameX::icontenedorx_setBloqueo(bool valor)
+{
+    setBloqueo(valor);
+}
+
+void FrameX::activate()
+{
+    trap(QStringLiteral("FrameX.activate->"), [&] {
+        if (!d->pActive)
+            setActivo(nullptr, true);
+    });
+}
+
+bool FrameX::isActive() const
+{
+    return d->pActive;
+}
+
+void FrameX::setViewPort(QWidget *micontrol)
+{
+    trap(QStringLiteral("FrameX.setViewPort->"), [&] {
+        if (!micontrol)
+            throw Error(Error::ObjectNotSet);
+        // The part of the control between the frame's left edge and the vertical bar,
+        // and between the title and the horizontal bar, in the control's own units.
+        const double x0 = -BarraTitulo::izquierda(micontrol);
+        const double y0 = -BarraTitulo::arriba(micontrol);
+        const double x1 = BarraTitulo::izquierda(d->vert) + x0;
+        const double y1 = BarraTitulo::arriba(d->horiz) + y0;
+        LateBinding::call(micontrol, QStringLiteral("setViewPort"), {x0, y0, x1, y1});
+    });
+}
+
+void FrameX::hScroll(qint16 value)
+{
+    if (d->horizEnUso)
+        d->horiz->setValue(d->horiz->value() + value * d->horiz->singleStep());
+}
+
+void FrameX::vScroll(qint16 value)
+{
+    if (d->vertEnUso)
+        d->vert->setValue(d->vert->value() + value * d->vert->singleStep());
+}
+
+void FrameX::setObjeto(const ObjetoPtr &objeto)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_setObjeto->"), [&] {
+        if (!objeto)
+            throw Error(Error::ObjectNotSet);
+        // 1. Whatever was shown before goes.
+        if (d->objeto) {
+            d->objetoActivo = nullptr;
+            d->objeto = nullptr;
+            d->conten = nullptr;
+            d->controles.remove(nombreConten);
+        }
+        // 2. The children start neither active nor selected.
+        if (const auto hijos = objeto->getObjetos()) {
+            for (const ObjetoPtr &hijo : hijos->NewEnum()) {
+                hijo->setActivo(false);
+                hijo->setSeleccionado(false);
+            }
+        }
+        // 3. A leg view for a leg, a free-layout container for anything else.
+        const QString clase = objeto->getTipo() == QLatin1String("P") ? QStringLiteral("Tarvonix.PiernaX")
+                                                                      : QStringLiteral("Tarvonix.ContenedorX");
+        d->conten = d->controles.add(clase, nombreConten);
+        d->vert->raise();
+        d->horiz->raise();
+        d->esquina->raise();
+        d->barra.alFrente();
+        // 4.
+        IContenedorX &contrato = contenedor();
+        contrato.setRoot(d->root);
+        contrato.setObjeto(objeto);
+        contrato.setEscala(d->escala);
+        // 5.-6.
+        d->objetoActivo = objeto;
+        BarraTitulo::colocar(d->conten, 1, BarraTitulo::altoTitulo + 1);
+        // 7.
+        ensureVisible(d->conten);
+        // 8.
+        d->conten->show();
+        d->objeto = objeto;
+        // 9.
+        d->barra.setTexto(objeto->getDescripcion());
+    });
+}
+
+ObjetoPtr FrameX::getObjeto()
+{
+    return d->objeto;
+}
+
+void FrameX::setRoot(IMapaX *root)
+{
+    d->root = root;
+}
+
+void FrameX::setActivo(const ObjetoPtr &objeto, bool valor)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_setActivo->"), [&] {
+        d->pActive = valor;
+        d->barra.mostrarActivo(valor);
+        if (valor && !isHidden() && isEnabled()) {
+            raise();
+            root().setActive(nullptr, this, 2);
+        }
+        if (d->conten)
+            contenedor().setActivo(objeto, valor);
+    });
+}
+
+std::shared_ptr<Objetos> FrameX::getSeleccionados()
+{
+    std::shared_ptr<Objetos> seleccionados;
+    trap(QStringLiteral("FrameX.IContenedorX_getSeleccionados->"),
+         [&] { seleccionados = contenedor().getSeleccionados(); });
+    return seleccionados;
+}
+
+void FrameX::refrescar()
+{
+    trap(QStringLiteral("FrameX.IContenedorX_refrescar->"), [&] { contenedor().refrescar(); });
+}
+
+void FrameX::setEscala(float escala)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_setEscala->"), [&] {
+        d->escala = escala;
+        contenedor().setEscala(escala);
+    });
+}
+
+void FrameX::setBloqueo(bool bloqueo)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_setBloqueo->"), [&] { contenedor().setBloqueo(bloqueo); });
+}
+
+void FrameX::alinearHorizontal(const ObjetoPtr &referencia)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_alinearHorizontal->"),
+         [&] { contenedor().alinearHorizontal(referencia); });
+}
+
+void FrameX::alinearVertical(const ObjetoPtr &referencia)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_alinearVertical->"), [&] { contenedor().alinearVertical(referencia); });
+}
+
+void FrameX::igualarDimension(const ObjetoPtr &referencia)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_igualarDimension->"),
+         [&] { contenedor().igualarDimension(referencia); });
+}
+
+void FrameX::distribuirHorizontal()
+{
+    trap(QStringLiteral("FrameX.IContenedorX_distribuirHorizontal->"), [&] { contenedor().distribuirHorizontal(); });
+}
+
+void FrameX::distribuirVertical()
+{
+    trap(QStringLiteral("FrameX.IContenedorX_distribuirVertical->"), [&] { contenedor().distribuirVertical(); });
+}
+
+void FrameX::seleccionarTodos()
+{
+    trap(QStringLiteral("FrameX.IContenedorX_seleccionarTodos->"), [&] { contenedor().seleccionarTodos(); });
+}
+
+void FrameX::deseleccionarTodos()
+{
+    trap(QStringLiteral("FrameX.IContenedorX_deseleccionarTodos->"), [&] { contenedor().deseleccionarTodos(); });
+}
+
+void FrameX::seleccionar(const QString &codigo)
+{
+    trap(QStringLiteral("FrameX.IContenedorX_seleccionar->"), [&] { contenedor().seleccionar(codigo); });
+}
+
+void FrameX::ensureVisible(QWidget *micontrol)
+{
+    trap(QStringLiteral("FrameX.ensureVisible->"), [&] {
+        if (!micontrol)
+            throw Error(Error::ObjectNotSet);
+        const int altoTitulo = BarraTitulo::altoTitulo;
+        // 1.-2. What the control needs, but never less than the smallest frame.
+        double W = micontrol->width() + d->vert->width() + 8;
+        double H = micontrol->height() + altoTitulo + d->horiz->height() + 8;
+        W = qMax(W, double(anchoMinimo));
+        H = qMax(H, double(altoMinimo));
+        // 3. Wider than the map allows: the horizontal bar covers exactly what does not fit.
+        d->horiz->hide();
+        d->horizEnUso = W > d->maxX;
+        if (d->horizEnUso) {
+            W = d->maxX;
+            d->horiz->setMaximum(toInt16(micontrol->width() - d->maxX + d->vert->width() + 8));
+            d->horiz->setPageStep(qMax(1, int(d->maxX)));
+            d->horiz->show();
+        }
+        // 4. Likewise downwards.
+        d->vert->hide();
+        d->vertEnUso = H > d->maxY;
+        if (d->vertEnUso) {
+            H = d->maxY;
+            d->vert->setMaximum(toInt16(micontrol->height() - d->maxY + altoTitulo + d->horiz->height() + 8));
+            d->vert->setPageStep(qMax(1, int(d->maxY)));
+            d->vert->show();
+        }
+        d->esquina->setVisible(d->horizEnUso && d->vertEnUso);
+        // 5. A minimised frame keeps its height; only the ranges change.
+        if (!d->barra.minimizado()) {
+            const bool crece = width() < W || height() < H;
+            resize(int(W), int(H));
+            if (crece)
+                root().ensureVisible(this);
+        }
+        // 6.
+        setViewPort(micontrol);
+    });
+}
+
+void FrameX::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    distribuir();
+}
+
+void FrameX::distribuir()
+{
+    trap(QStringLiteral("FrameX.UserControl_resize->"), [&] {
+        const int w = width() - 2 * BarraTitulo::borde;
+        const int h = height() - 2 * BarraTitulo::borde;
+        // 1.-3. The buttons at the right end, the title before them.
+        d->barra.distribuir(w);
+        // 4. The bars along the right and bottom edges, the corner where they meet.
+        if (d->barra.minimizado())
+            return;
+        d->horiz->resize(qMax(0, w - d->vert->width()), d->horiz->height());
+        BarraTitulo::colocar(d->horiz, 0, h - d->horiz->height());
+        BarraTitulo::colocar(d->vert, w - d->vert->width(), BarraTitulo::arriba(d->vert));
+        d->vert->resize(d->vert->width(), qMax(0, h - d->barra.cerrar()->height() - d->horiz->height()));
+        BarraTitulo::colocar(d->esquina, BarraTitulo::izquierda(d->vert), BarraTitulo::arriba(d->horiz));
+    });
+}
+
+void FrameX::minimizar()
+{
+    trap(QStringLiteral("FrameX.Minimizar->"), [&] {
+        if (!d->barra.minimizado()) {
+            activate();
+            d->barra.alternarMinimizado();
+        } else {
+            d->barra.alternarMinimizado();
+            activate();
+            root().ensureVisible(this);
+        }
+    });
+}
+
+void FrameX::alCambiarHoriz(int valor)
+{
+    trap(QStringLiteral("FrameX.horiz.Change->"), [&] {
+        if (!d->conten)
+            return;
+        BarraTitulo::colocar(d->conten, 1 - valor, BarraTitulo::arriba(d->conten));
+        setViewPort(d->conten);
+    });
+}
+
+void FrameX::alCambiarVert(int valor)
+{
+    trap(QStringLiteral("FrameX.vert.Change->"), [&] {
+        if (!d->conten)
+            return;
+        BarraTitulo::colocar(d->conten, BarraTitulo::izquierda(d->conten), BarraTitulo::altoTitulo + 1 - valor);
+        setViewPort(d->conten);
+    });
+}
+
+void FrameX::iniciarMovimiento(float x, float y)
+{
+    trap(QStringLiteral("FrameX.titulo.OLEStartDrag->"), [&] {
+        if (!d->pActive)
+            return;
+        // The grab point from the frame's own top-left corner, as the map measures it.
+        d->dragX = x + float(d->barra.titulo()->x());
+        d->dragY = y + float(d->barra.titulo()->y());
+        d->izquierdaAlArrastrar = this->x();
+        d->arribaAlArrastrar = this->y();
+        LateBinding::call(parentWidget(), QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(this)});
+    });
+}
+
+void FrameX::clicDerecho()
+{
+    trap(QStringLiteral("FrameX.titulo.RightClick->"), [&] {
+        if (!d->pActive)
+            setActive(d->objetoActivo);
+        root().rightClicked(d->objeto, false);
+    });
+}
+
+bool FrameX::eventFilter(QObject *watched, QEvent *event)
+{
+    // A scroll bar taking the focus activates an inactive frame.
+    if (event->type() == QEvent::FocusIn && (watched == d->vert || watched == d->horiz))
+        activate();
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace tarvonix

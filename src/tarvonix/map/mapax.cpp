@@ -1,0 +1,757 @@
+#include <tarvonix/map/mapax.h>
+
+#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/legend/referencias.h>
+#include <tarvonix/platform/childcontrols.h>
+#include <tarvonix/platform/colorconversion.h>
+#include <tarvonix/platform/controlregistry.h>
+#include <tarvonix/platform/dragrunner.h>
+#include <tarvonix/platform/error.h>
+#include <tarvonix/platform/errortrap.h>
+#include <tarvonix/platform/latebinding.h>
+
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTimer>
+
+#include <cmath>
+
+namespace tarvonix {
+
+namespace {
+
+const ControlRegistration registration(QStringLiteral("Tarvonix.MapaX"),
+                                       [](QWidget *parent) { return new MapaX(parent); });
+
+const QString nombreLeyenda = QStringLiteral("REF");
+const QString nombreCaja = QStringLiteral("caja");
+
+// The deferred layout actions, in the order of their codes.
+enum Accion : qint16 {
+    AlinearHorizontal = 0,
+    AlinearVertical = 1,
+    IgualarDimension = 2,
+    DistribuirHorizontal = 3,
+    DistribuirVertical = 4,
+};
+
+constexpr int teclaEnter = 13;
+constexpr int teclaMenu = 93;
+
+QString nombreDe(const ObjetoPtr &obj)
+{
+    if (!obj)
+        throw Error(Error::ObjectNotSet);
+    return obj->getTipo() + obj->getCodigo();
+}
+
+// A frame's contract, reached through its member "cast".
+IContenedorX *contratoDe(QWidget *frame)
+{
+    auto *contrato = LateBinding::call(frame, QStringLiteral("cast")).value<IContenedorX *>();
+    if (!contrato)
+        throw Error(Error::ObjectNotSet);
+    return contrato;
+}
+
+int codigoDeTecla(const QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return teclaEnter;
+    case Qt::Key_Menu:
+        return teclaMenu;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
+// The map as the frames and containers see it. It forwards to the map's own
+// operations, so that the map's signal "moved" and the callback of the same
+// name do not collide.
+class MapaX::Callbacks : public IMapaX
+{
+public:
+    explicit Callbacks(MapaX *mapa)
+        : m_mapa(mapa)
+    {
+    }
+    void clicked(const ObjetoPtr &obj, bool multi) override { m_mapa->IMapaX_clicked(obj, multi); }
+    void rightClicked(const ObjetoPtr &obj, bool multi) override { m_mapa->IMapaX_rightClicked(obj, multi); }
+    void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) override
+    {
+        m_mapa->IMapaX_Droped(origen, destino, shift);
+    }
+    void moved(const ObjetoPtr &obj) override { m_mapa->IMapaX_Moved(obj); }
+    void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) override
+    {
+        m_mapa->IMapaX_setActive(obj, frame, op);
+    }
+    void ensureVisible(QWidget *) override {}
+    void remove(const ObjetoPtr &frame) override { m_mapa->remove(frame); }
+
+private:
+    MapaX *m_mapa;
+};
+
+struct MapaX::Private
+{
+    explicit Private(MapaX *mapa)
+        : callbacks(mapa)
+        , controles(mapa)
+    {
+    }
+
+    Callbacks callbacks;
+    ChildControls controles;
+    QTimer *thread = nullptr;
+    ObjetoPtr objetoActivo;
+    QPointer<QWidget> frameActivo;
+    bool verReferencias = false;
+    bool moviendo = false;
+    QString frameEnMovimiento;
+    qint16 accionPendiente = 0;
+};
+
+MapaX::MapaX(QWidget *parent)
+    : QWidget(parent)
+    , d(std::make_unique<Private>(this))
+{
+    d->thread = new QTimer(this);
+    d->thread->setObjectName(QStringLiteral("thread"));
+    d->thread->setInterval(10);
+    connect(d->thread, &QTimer::timeout, this, &MapaX::ejecutarAccion);
+    setAcceptDrops(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoFillBackground(true);
+    resize(750, 500);
+}
+
+MapaX::~MapaX()
+{
+    d->objetoActivo = nullptr;
+    d->frameActivo = nullptr;
+}
+
+IMapaX *MapaX::callbacks()
+{
+    return &d->callbacks;
+}
+
+QStringList MapaX::controlNames() const
+{
+    return QStringList{d->thread->objectName()} + d->controles.names();
+}
+
+QWidget *MapaX::control(const QString &name) const
+{
+    return d->controles.find(name);
+}
+
+IContenedorX *MapaX::buscarFrame(const ObjetoPtr &obj) const
+{
+    return contratoDe(d->controles.item(nombreDe(obj)));
+}
+
+void MapaX::add(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("MapaX.add->"), [&] {
+        // 1.-2. The frame, named by the object's type and code.
+        QWidget *frame = d->controles.add(QStringLiteral("Tarvonix.FrameX"), nombreDe(obj));
+        // 3. Its root, then its object.
+        IContenedorX *contrato = contratoDe(frame);
+        contrato->setRoot(&d->callbacks);
+        contrato->setObjeto(obj);
+        // 4. Inside the map's area.
+        ajustarFrame(frame);
+    });
+}
+
+void MapaX::remove(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("MapaX.remove->"), [&] {
+        QString nombre;
+        if (!obj) {
+            // 1. No object: the legend, which is not wanted any more.
+            nombre = nombreLeyenda;
+            d->verReferencias = false;
+        } else {
+            // 2. The frame of obj; whichever frame was active, none is afterwards.
+            nombre = nombreDe(obj);
+            IContenedorX *contrato = contratoDe(d->controles.item(nombre));
+            contrato->setActivo(contrato->getObjeto(), true);
+            d->frameActivo = nullptr;
+            d->objetoActivo = nullptr;
+            references();
+        }
+        // 3.
+        d->controles.remove(nombre);
+    });
+}
+
+void MapaX::removeAll()
+{
+    trap(QStringLiteral("MapaX.removeAll->"), [&] {
+        // 1.-2. No active frame, no active object.
+        IMapaX_setActive(nullptr, nullptr, 2);
+        d->frameActivo = nullptr;
+        d->objetoActivo = nullptr;
+        // 3. Over a copy of the names, so that removing does not skip any.
+        const QStringList nombres = d->controles.names();
+        for (const QString &nombre : nombres)
+            d->controles.remove(nombre);
+    });
+}
+
+ObjetoPtr MapaX::getActive() const
+{
+    return d->objetoActivo;
+}
+
+ObjetoPtr MapaX::getFrame() const
+{
+    return d->frameActivo ? contratoDe(d->frameActivo)->getObjeto() : nullptr;
+}
+
+std::shared_ptr<Objetos> MapaX::getSelected()
+{
+    std::shared_ptr<Objetos> seleccionados;
+    trap(QStringLiteral("MapaX.getSelected->"), [&] {
+        if (d->frameActivo)
+            seleccionados = buscarFrame(contratoDe(d->frameActivo)->getObjeto())->getSeleccionados();
+    });
+    return seleccionados;
+}
+
+void MapaX::setObjeto(const ObjetoPtr &nuevo)
+{
+    trap(QStringLiteral("MapaX.setObjeto->"), [&] {
+        // 1. No active frame: a new one.
+        if (!d->frameActivo) {
+            add(nuevo);
+            show(nuevo);
+            return;
+        }
+        if (!nuevo)
+            throw Error(Error::ObjectNotSet);
+        // 2. The codes compared as they are, letter case included.
+        const ObjetoPtr actual = contratoDe(d->frameActivo)->getObjeto();
+        if (!actual)
+            throw Error(Error::ObjectNotSet);
+        if (actual->getCodigo() != nuevo->getCodigo()) {
+            remove(actual);
+            add(nuevo);
+            show(nuevo);
+        } else {
+            // The same code under another type names a frame that does not exist: a failure.
+            buscarFrame(nuevo)->setObjeto(nuevo);
+            references();
+        }
+    });
+}
+
+void MapaX::Refresh(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("MapaX.Refresh->"), [&] {
+        if (!obj)
+            update();
+        else
+            buscarFrame(obj)->refrescar();
+    });
+}
+
+void MapaX::show(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("MapaX.show->"), [&] {
+        QWidget *frame = d->controles.item(nombreDe(obj));
+        LateBinding::set(frame, QStringLiteral("Visible"), true);
+        // The frame answers by reporting itself active, which makes it the active frame.
+        IContenedorX *contrato = contratoDe(frame);
+        contrato->setActivo(contrato->getObjeto(), true);
+    });
+}
+
+void MapaX::hide(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("MapaX.hide->"), [&] {
+        LateBinding::set(d->controles.item(nombreDe(obj)), QStringLiteral("Visible"), false);
+    });
+}
+
+bool MapaX::isMember(const ObjetoPtr &esta)
+{
+    bool encontrado = false;
+    trapSilently([&] { encontrado = d->controles.item(nombreDe(esta)) != nullptr; });
+    return encontrado;
+}
+
+void MapaX::ShowReferences()
+{
+    d->verReferencias = true;
+    references();
+}
+
+void MapaX::setEscala(const ObjetoPtr &obj, float factor)
+{
+    trap(QStringLiteral("MapaX.setEscala->"), [&] { buscarFrame(obj)->setEscala(factor); });
+}
+
+void MapaX::alinearHorizontal()
+{
+    threadAction(AlinearHorizontal);
+}
+
+void MapaX::alinearVertical()
+{
+    threadAction(AlinearVertical);
+}
+
+void MapaX::igualarDimension()
+{
+    threadAction(IgualarDimension);
+}
+
+void MapaX::distribuirHorizontal()
+{
+    threadAction(DistribuirHorizontal);
+}
+
+void MapaX::distribuirVertical()
+{
+    threadAction(DistribuirVertical);
+}
+
+void MapaX::threadAction(qint16 accion)
+{
+    trap(QStringLiteral("MapaX.threadAction->"), [&] {
+        d->accionPendiente = accion;
+        d->thread->start();
+    });
+}
+
+void MapaX::ejecutarAccion()
+{
+    // Disabled first: an action that queues another one gets one more tick, not recursion.
+    d->thread->stop();
+    trap(QStringLiteral("MapaX.thread.Timer->"), [&] {
+        if (d->accionPendiente < AlinearHorizontal || d->accionPendiente > DistribuirVertical)
+            return;
+        if (!d->frameActivo)
+            throw Error(Error::ObjectNotSet);
+        IContenedorX *frame = contratoDe(d->frameActivo);
+        switch (d->accionPendiente) {
+        case AlinearHorizontal:
+            frame->alinearHorizontal(d->objetoActivo);
+            break;
+        case AlinearVertical:
+            frame->alinearVertical(d->objetoActivo);
+            break;
+        case IgualarDimension:
+            frame->igualarDimension(d->objetoActivo);
+            break;
+        case DistribuirHorizontal:
+            frame->distribuirHorizontal();
+            break;
+        case DistribuirVertical:
+            frame->distribuirVertical();
+            break;
+        }
+    });
+}
+
+void MapaX::seleccionar(const ObjetoPtr &obj, const QString &codigo)
+{
+    trap(QStringLiteral("MapaX.seleccionar->"), [&] {
+        IContenedorX *frame = nullptr;
+        trapSilently([&] { frame = buscarFrame(obj); });
+        if (frame)
+            frame->seleccionar(codigo);
+    });
+}
+
+void MapaX::seleccionarTodos(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("MapaX.seleccionarTodos->"), [&] {
+        IContenedorX *frame = nullptr;
+        trapSilently([&] { frame = buscarFrame(obj); });
+        if (frame)
+            frame->seleccionarTodos();
+    });
+}
+
+void MapaX::deseleccionarTodos(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("MapaX.deseleccionarTodos->"), [&] {
+        IContenedorX *frame = nullptr;
+        trapSilently([&] { frame = buscarFrame(obj); });
+        if (frame)
+            frame->deseleccionarTodos();
+    });
+}
+
+void MapaX::setBloqueo(bool valor)
+{
+    // The walk stops at the first control without a contract (the legend, a move
+    // outline): the frames after it keep their lock as it was.
+    trap(QStringLiteral("MapaX.setBloqueo->"), [&] {
+        for (const QString &nombre : d->controles.names())
+            contratoDe(d->controles.item(nombre))->setBloqueo(valor);
+    });
+}
+
+bool MapaX::selected() const
+{
+    return false;
+}
+
+void MapaX::setSelected(bool)
+{
+    Refresh(nullptr);
+}
+
+QString MapaX::FontName() const
+{
+    return font().family();
+}
+
+void MapaX::setFontName(const QString &name)
+{
+    QFont f = font();
+    f.setFamily(name);
+    setFont(f);
+}
+
+qint16 MapaX::FontSize() const
+{
+    return qint16(std::lround(font().pointSizeF()));
+}
+
+void MapaX::setFontSize(qint16 size)
+{
+    QFont f = font();
+    if (size > 0)
+        f.setPointSize(size);
+    setFont(f);
+}
+
+qint32 MapaX::BackColor() const
+{
+    return fromQColor(palette().color(backgroundRole()));
+}
+
+void MapaX::setBackColor(qint32 colour)
+{
+    QPalette p = palette();
+    p.setColor(backgroundRole(), toQColor(colour, p));
+    setPalette(p);
+}
+
+void MapaX::ajustarFrame(QWidget *frame)
+{
+    const int W = width();
+    const int H = height();
+    // 1. The largest size the frame may take.
+    LateBinding::call(frame, QStringLiteral("setMaxViewPort"), {double(W - 2), double(H - 2)});
+    // 2.-3. Back inside the area, or at 1 when it is larger than the area.
+    const int izquierda = LateBinding::get(frame, QStringLiteral("left")).toInt();
+    const int ancho = LateBinding::get(frame, QStringLiteral("Width")).toInt();
+    if (izquierda + ancho > W - 2) {
+        const int nueva = W - ancho - 2;
+        LateBinding::set(frame, QStringLiteral("left"), nueva <= 0 ? 1 : nueva);
+    }
+    const int arriba = LateBinding::get(frame, QStringLiteral("top")).toInt();
+    const int alto = LateBinding::get(frame, QStringLiteral("Height")).toInt();
+    if (arriba + alto > H - 2) {
+        const int nueva = H - alto - 2;
+        LateBinding::set(frame, QStringLiteral("top"), nueva <= 0 ? 1 : nueva);
+    }
+}
+
+void MapaX::ajustarTodo()
+{
+    // The legend frame too; a move outline has no "setMaxViewPort" and stops the walk.
+    for (const QString &nombre : d->controles.names())
+        ajustarFrame(d->controles.item(nombre));
+}
+
+void MapaX::resized()
+{
+    ajustarTodo();
+}
+
+void MapaX::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    trap(QStringLiteral("MapaX.UserControl_Resize->"), [&] { ajustarTodo(); });
+}
+
+void MapaX::keyPressEvent(QKeyEvent *event)
+{
+    const int tecla = codigoDeTecla(event);
+    if (tecla == 0) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    trapSilently([&] {
+        if (tecla == teclaEnter) {
+            if (d->objetoActivo)
+                Q_EMIT Enter(d->objetoActivo);
+            else if (d->frameActivo)
+                Q_EMIT Enter(contratoDe(d->frameActivo)->getObjeto());
+        } else if (d->objetoActivo) {
+            if (!d->frameActivo)
+                throw Error(Error::ObjectNotSet);
+            const qint32 cuantos = contratoDe(d->frameActivo)->getSeleccionados()->count();
+            Q_EMIT RightClick(d->objetoActivo, cuantos > 1);
+        } else if (d->frameActivo) {
+            // A frame is not a map object: the conversion fails and nothing is raised.
+            if (!dynamic_cast<IObjeto *>(contratoDe(d->frameActivo)))
+                throw Error(Error::TypeMismatch);
+        }
+    });
+}
+
+void MapaX::IMapaX_clicked(const ObjetoPtr &obj, bool multi)
+{
+    Q_EMIT Click(obj, multi);
+}
+
+void MapaX::IMapaX_rightClicked(const ObjetoPtr &obj, bool multi)
+{
+    Q_EMIT RightClick(obj, multi);
+}
+
+void MapaX::IMapaX_Droped(const QString &origen, const ObjetoPtr &destino, qint32 shift)
+{
+    // A source frame that no longer exists raises nothing.
+    std::shared_ptr<Objetos> seleccion;
+    if (trapSilently([&] { seleccion = contratoDe(d->controles.item(origen))->getSeleccionados(); }))
+        Q_EMIT Drop(seleccion, destino, shift);
+}
+
+void MapaX::IMapaX_Moved(const ObjetoPtr &obj)
+{
+    Q_EMIT moved(obj);
+}
+
+void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op)
+{
+    trap(QStringLiteral("MapaX.IMapaX_setActive->"), [&] {
+        // 1. A frame became active: the one before is told, the legend follows.
+        if (op == 2) {
+            if (d->frameActivo)
+                contratoDe(d->frameActivo)->setActivo(nullptr, false);
+            d->frameActivo = dynamic_cast<QWidget *>(frame);
+            references();
+        }
+        // 2.
+        d->objetoActivo = obj;
+    });
+}
+
+void MapaX::references()
+{
+    trap(QStringLiteral("MapaX.references->"), [&] {
+        // 1.-3. Whether there is anything to show.
+        bool ocultar = !d->verReferencias || !d->frameActivo;
+        std::shared_ptr<Referencias> referencias;
+        if (!ocultar) {
+            trapSilently([&] {
+                const ObjetoPtr objeto = contratoDe(d->frameActivo)->getObjeto();
+                if (objeto)
+                    referencias = objeto->getReferencias();
+            });
+            ocultar = !referencias;
+        }
+        // 4. Keys to show: the legend frame, made on first need. 5. An empty list changes nothing.
+        if (!ocultar && referencias->count() > 0) {
+            QWidget *leyenda = d->controles.find(nombreLeyenda);
+            if (!leyenda) {
+                leyenda = d->controles.add(QStringLiteral("Tarvonix.FrameRefX"), nombreLeyenda);
+                LateBinding::call(leyenda, QStringLiteral("setRoot"), {QVariant::fromValue<IMapaX *>(&d->callbacks)});
+                LateBinding::set(leyenda, QStringLiteral("top"), 2);
+                LateBinding::set(leyenda, QStringLiteral("left"), 2);
+                LateBinding::call(leyenda, QStringLiteral("setActive"), {true});
+            }
+            LateBinding::call(leyenda, QStringLiteral("setReferencias"), {QVariant::fromValue(referencias)});
+            d->callbacks.ensureVisible(leyenda);
+            LateBinding::set(leyenda, QStringLiteral("Visible"), true);
+        }
+        // 6.
+        if (ocultar) {
+            if (QWidget *leyenda = d->controles.find(nombreLeyenda))
+                LateBinding::set(leyenda, QStringLiteral("Visible"), false);
+        }
+    });
+}
+
+void MapaX::startMove(QWidget *frame)
+{
+    trap(QStringLiteral("MapaX.startMove->"), [&] {
+        if (!frame)
+            throw Error(Error::ObjectNotSet);
+        // a. Nothing else reacts while the outline moves.
+        for (const QString &nombre : d->controles.names()) {
+            QWidget *control = d->controles.item(nombre);
+            LateBinding::set(control, QStringLiteral("ClipControls"), false);
+            LateBinding::set(control, QStringLiteral("enabled"), false);
+        }
+        // b.-c. The frame gives way to its outline.
+        LateBinding::set(frame, QStringLiteral("Visible"), false);
+        dibujarCaja(frame);
+        // d.
+        d->moviendo = true;
+        d->frameEnMovimiento = LateBinding::get(frame, QStringLiteral("Name")).toString();
+        // e.
+        iniciarArrastre();
+    });
+}
+
+void MapaX::iniciarArrastre()
+{
+    trap(QStringLiteral("MapaX.UserControl_OLEStartDrag->"), [&] {
+        auto *drag = new QDrag(this);
+        auto *datos = new QMimeData;
+        datos->setText(d->frameEnMovimiento);
+        drag->setMimeData(datos);
+        DragRunner::run(drag, Qt::MoveAction, [this](Qt::DropAction) { completeDrag(); });
+    });
+}
+
+QWidget *MapaX::frameEnMovimiento() const
+{
+    return d->controles.find(d->frameEnMovimiento);
+}
+
+Qt::DropAction MapaX::moveOver(const QMimeData *datos, QPointF position)
+{
+    Qt::DropAction efecto = Qt::IgnoreAction;
+    trapSilently([&] {
+        if (!datos || !datos->hasText() || !d->moviendo)
+            return;
+        QWidget *frame = d->controles.item(datos->text());
+        const double x = position.x() - LateBinding::call(frame, QStringLiteral("getDragX")).toDouble();
+        const double y = position.y() - LateBinding::call(frame, QStringLiteral("getDragY")).toDouble();
+        moverCaja(x, y);
+        efecto = Qt::MoveAction;
+    });
+    if (efecto != Qt::MoveAction && d->moviendo)
+        ponerCajaEnFrame();
+    return efecto;
+}
+
+void MapaX::ponerCajaEnFrame()
+{
+    // Feedback for a place where the frame cannot go: the outline goes back onto the frame.
+    trap(QStringLiteral("MapaX.UserControl_OLEGiveFeedback->"), [&] {
+        QWidget *frame = d->controles.item(d->frameEnMovimiento);
+        moverCaja(LateBinding::get(frame, QStringLiteral("left")).toDouble(),
+                  LateBinding::get(frame, QStringLiteral("top")).toDouble());
+    });
+}
+
+Qt::DropAction MapaX::dropMove(const QMimeData *datos, QPointF position)
+{
+    Qt::DropAction efecto = Qt::IgnoreAction;
+    trapSilently([&] {
+        if (!datos || !datos->hasText() || !d->moviendo)
+            return;
+        QWidget *frame = d->controles.item(datos->text());
+        const double x = position.x() - LateBinding::call(frame, QStringLiteral("getDragX")).toDouble();
+        const double y = position.y() - LateBinding::call(frame, QStringLiteral("getDragY")).toDouble();
+        LateBinding::call(frame, QStringLiteral("Move"), {x, y});
+        efecto = Qt::MoveAction;
+    });
+    return efecto;
+}
+
+void MapaX::completeDrag()
+{
+    trap(QStringLiteral("MapaX.UserControl_OLECompleteDrag->"), [&] {
+        d->moviendo = false;
+        unsetCursor();
+        completeMove(frameEnMovimiento());
+    });
+}
+
+void MapaX::completeMove(QWidget *frame)
+{
+    trap(QStringLiteral("MapaX.completeMove->"), [&] {
+        // a. The frame may have gone while it moved: the outline and the lock go all the same.
+        if (frame)
+            LateBinding::call(frame, QStringLiteral("activate"));
+        // b.
+        borrarCaja();
+        // c.
+        if (frame)
+            LateBinding::set(frame, QStringLiteral("Visible"), true);
+        // d.
+        for (const QString &nombre : d->controles.names()) {
+            QWidget *control = d->controles.item(nombre);
+            LateBinding::set(control, QStringLiteral("ClipControls"), true);
+            LateBinding::set(control, QStringLiteral("enabled"), true);
+        }
+        // e.
+        d->moviendo = false;
+        if (!frame)
+            throw Error(Error::ControlNotFound);
+    });
+}
+
+void MapaX::dibujarCaja(QWidget *frame)
+{
+    trap(QStringLiteral("MapaX.dibujarCaja->"), [&] {
+        QWidget *caja = d->controles.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja);
+        for (const QString &miembro : {QStringLiteral("top"), QStringLiteral("left"), QStringLiteral("Width"),
+                                       QStringLiteral("Height")})
+            LateBinding::set(caja, miembro, LateBinding::get(frame, miembro));
+        caja->raise();
+        caja->show();
+    });
+}
+
+void MapaX::moverCaja(double x, double y)
+{
+    trap(QStringLiteral("MapaX.moverCaja->"), [&] {
+        LateBinding::call(d->controles.item(nombreCaja), QStringLiteral("Move"), {x, y});
+    });
+}
+
+void MapaX::borrarCaja()
+{
+    trap(QStringLiteral("MapaX.borrarCaja->"), [&] { d->controles.remove(nombreCaja); });
+}
+
+void MapaX::dragEnterEvent(QDragEnterEvent *event)
+{
+    dragMoveEvent(event);
+}
+
+void MapaX::dragMoveEvent(QDragMoveEvent *event)
+{
+    const Qt::DropAction efecto = moveOver(event->mimeData(), event->position());
+    event->setDropAction(efecto);
+    event->setAccepted(efecto != Qt::IgnoreAction);
+}
+
+void MapaX::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    if (d->moviendo)
+        ponerCajaEnFrame();
+    QWidget::dragLeaveEvent(event);
+}
+
+void MapaX::dropEvent(QDropEvent *event)
+{
+    const Qt::DropAction efecto = dropMove(event->mimeData(), event->position());
+    event->setDropAction(efecto);
+    event->setAccepted(efecto != Qt::IgnoreAction);
+}
+
+} // namespace tarvonix

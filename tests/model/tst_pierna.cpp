@@ -1,0 +1,135 @@
+#include <tarvonix/model/escala.h>
+#include <tarvonix/model/objetos.h>
+#include <tarvonix/model/pierna.h>
+#include <tarvonix/model/ubicacion.h>
+
+#include "modeltest.h"
+
+using namespace tarvonix;
+using modeltest::failureOf;
+using modeltest::objeto;
+
+namespace {
+constexpr int outOfRange = Error::SubscriptOutOfRange;
+}
+
+class tst_Pierna : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void commonField_data()
+    {
+        modeltest::commonField_data({{"tipo", false, "P"}, {"xy", true, 0}, {"anchoAlto", true, 0},
+                                     {"forma", true, 0}, {"imagen", true, false}, {"tag", true, QVariant()},
+                                     {"color", true, 0xFFFFFF}, {"tip", true, QString()},
+                                     {"referencias", true, false}});
+    }
+    void commonField() { modeltest::commonField(std::make_shared<Pierna>()); }
+
+    void newLegFailsBeforeSetEscalas()
+    {
+        Pierna p;
+        QCOMPARE(p.getFilas(), qint16(1));
+        QVERIFY(!p.getEscala(1) && !p.getObjeto(1, 1) && !p.getUbicacion(1, 1) && !p.esUbicacion(0, 1));
+        QCOMPARE(failureOf([&] { p.esUbicacion(1, 1); }), outOfRange);
+        QCOMPARE(failureOf([&] { p.getLargo(1); }), outOfRange);
+        QCOMPARE(failureOf([&] { p.getObjetos(); }), outOfRange);
+        QCOMPARE(failureOf([&] { p.setEscala(1, 3); }), outOfRange);
+        QCOMPARE(failureOf([&] { p.setObjeto(1, 1, objeto("x")); }), outOfRange);
+        p.setPuedeContener(true);
+        QVERIFY(!p.getPuedeContener());
+    }
+
+    void gridPlacesAndEmpties()
+    {
+        Pierna p;
+        p.setEscalas(3);
+        QCOMPARE(p.getLargo(2), qint16(0));
+        QVERIFY(!p.esUbicacion(2, 1));
+        QCOMPARE(p.getObjetos()->count(), 0);
+
+        const ObjetoPtr x = objeto("x");
+        p.setEscala(2, 4);
+        p.setObjeto(2, 3, x);
+        QCOMPARE(p.getObjeto(2, 3), x);
+        QVERIFY(p.esUbicacion(2, 4));
+        for (auto [e, q] : {std::pair{2, 0}, {2, 5}, {0, 1}, {4, 1}, {-32768, 32767}}) {
+            QVERIFY(!p.esUbicacion(e, q) && !p.getObjeto(e, q));
+            QCOMPARE(failureOf([&] { p.setObjeto(e, q, x); }), outOfRange);
+        }
+        QCOMPARE(failureOf([&] { p.setEscala(0, 2); }), outOfRange);
+
+        p.setEscala(2, 4); // empties the tier
+        QVERIFY(!p.getObjeto(2, 3));
+        p.setObjeto(2, 3, x);
+        p.setEscalas(2); // a new grid: nothing carried over
+        QCOMPARE(p.getLargo(2), qint16(0));
+        QVERIFY(!p.getObjeto(2, 3));
+    }
+
+    void getObjetosWalksTheGrid()
+    {
+        Pierna p;
+        p.setEscalas(2);
+        p.setEscala(1, 2);
+        p.setEscala(2, 1);
+        const ObjetoPtr a = objeto("a"), b = objeto("b"), c = objeto("c");
+        p.setObjeto(2, 1, a);
+        p.setObjeto(1, 2, b);
+        p.setObjeto(1, 1, c);
+        const auto objetos = p.getObjetos(); // tier by tier, position by position
+        QCOMPARE(QList<ObjetoPtr>({objetos->Item(1), objetos->Item(2), objetos->Item(3)}), QList<ObjetoPtr>({c, b, a}));
+        QCOMPARE(a->getPadre(), QString()); // placed objects are left as they are
+        p.setObjeto(2, 1, b); // placed twice
+        QCOMPARE(failureOf([&] { p.getObjetos(); }), int(Error::DuplicateKey));
+    }
+
+    void generatedCodes_data()
+    {
+        QTest::addColumn<QString>("pierna");
+        QTest::addColumn<qint16>("e");
+        QTest::addColumn<qint16>("p");
+        QTest::addColumn<QString>("escala");
+        QTest::addColumn<QString>("ubicacion");
+        QTest::newRow("P01") << "P01" << qint16(2) << qint16(5) << "P012000" << "P012005";
+        QTest::newRow("cut to six") << "ABCDEFGH" << qint16(2) << qint16(5) << "ABCDEF2000" << "ABCDEF2005";
+        QTest::newRow("tier 33 wraps") << "P" << qint16(33) << qint16(1) << "P-32536" << "P-32535";
+        QTest::newRow("p not checked") << QString() << qint16(1) << qint16(99) << "1000" << "1099";
+        QTest::newRow("p wraps") << "Ñ酒" << qint16(1) << qint16(32767) << "Ñ酒1000" << "Ñ酒-31769";
+        QTest::newRow("negative p") << "D" << qint16(1) << qint16(-32768) << "D1000" << "D-31768";
+    }
+    void generatedCodes()
+    {
+        QFETCH(QString, pierna);
+        QFETCH(qint16, e);
+        QFETCH(qint16, p);
+        QFETCH(QString, escala);
+        QFETCH(QString, ubicacion);
+        Pierna leg;
+        leg.setCodigo(pierna);
+        leg.setEmpresa(-32768);
+        leg.setEscalas(e);
+        leg.setEscala(e, 4);
+        leg.setCodigo("Z"); // tiers keep the code they were made with
+
+        const auto tier = leg.getEscala(e);
+        QCOMPARE(QStringList({tier->getCodigo(), tier->getPadre(), tier->getDescripcion()}),
+                 QStringList({escala, pierna, QStringLiteral("Escala %1").arg(e)}));
+        QCOMPARE(tier->getEmpresa(), qint16(-32768));
+        QCOMPARE(tier->getEscala(), e);
+
+        leg.setCodigo(pierna);
+        const auto u = leg.getUbicacion(e, p);
+        QVERIFY(u);
+        QCOMPARE(QStringList({u->getCodigo(), u->getPadre(), u->getDescripcion()}),
+                 QStringList({ubicacion, escala, QStringLiteral("Escala %1 Ubicación (Física)%2").arg(e).arg(p)}));
+        QCOMPARE(u->getEmpresa(), qint16(-32768));
+        QCOMPARE(u->getEscala(), e);
+        QCOMPARE(u->getUbicacion(), p);
+        QVERIFY(leg.getUbicacion(e, p) != u); // a new object every time
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Pierna)
+#include "tst_pierna.moc"
