@@ -40,13 +40,13 @@ public:
 class Raiz : public IMapaX
 {
 public:
-    void clicked(const ObjetoPtr &, bool) override {}
-    void rightClicked(const ObjetoPtr &, bool) override {}
-    void droped(const QString &, const ObjetoPtr &, qint32) override {}
+    void clicked(const ObjetoPtr &, bool) override { }
+    void rightClicked(const ObjetoPtr &, bool) override { }
+    void droped(const QString &, const ObjetoPtr &, qint32) override { }
     void moved(const ObjetoPtr &) override { ++movidos; }
-    void setActive(const ObjetoPtr &, IContenedorX *, qint16) override {}
-    void ensureVisible(QWidget *) override {}
-    void remove(const ObjetoPtr &) override {}
+    void setActive(const ObjetoPtr &, IContenedorX *, qint16) override { }
+    void ensureVisible(QWidget *) override { }
+    void remove(const ObjetoPtr &) override { }
 
     int movidos = 0;
 };

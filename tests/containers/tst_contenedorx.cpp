@@ -52,7 +52,8 @@ struct Escena
         frame.show();
     }
 
-    Hijo hijo(const QString &codigo, int x, int y, int ancho, int alto, int forma = 1, qint32 color = 0x0000FF)
+    Hijo hijo(const QString &codigo, int x, int y, int ancho, int alto, int forma = 1,
+              qint32 color = 0x0000FF)
     {
         auto o = std::make_shared<Objeto>();
         o->setCodigo(codigo);
@@ -69,7 +70,10 @@ struct Escena
 
     QStringList log() const { return mapa.log(); }
     QImage pintura() const { return cont->grab().toImage(); }
-    Dummy *caja(const QString &name) const { return cont->findChild<Dummy *>(name, Qt::FindDirectChildrenOnly); }
+    Dummy *caja(const QString &name) const
+    {
+        return cont->findChild<Dummy *>(name, Qt::FindDirectChildrenOnly);
+    }
 
     RecordingMapa mapa;
     Hijo raiz;
@@ -148,7 +152,8 @@ void tst_ContenedorX::membersByName()
     Escena e;
     const Hijo a = e.hijo(QStringLiteral("A"), 10, 10, 40, 30);
 
-    std::unique_ptr<QWidget> created(ControlRegistry::instance().create(QStringLiteral("Tarvonix.ContenedorX")));
+    std::unique_ptr<QWidget> created(
+        ControlRegistry::instance().create(QStringLiteral("Tarvonix.ContenedorX")));
     QVERIFY(qobject_cast<ContenedorX *>(created.get()));
 
     // "cast" answers the contract, as frames and the map reach it.
@@ -177,8 +182,8 @@ void tst_ContenedorX::membersByName()
     QCOMPARE(e.cont->width(), 350);
 
     // printX by name moves the text position even outside a paint.
-    LateBinding::call(e.cont, QStringLiteral("printX"), {QStringLiteral("x"), 0.0, 0.0, 100.0, 100.0, 0});
-    LateBinding::call(e.cont, QStringLiteral("setViewPort"), {0.0, 0.0, 0.0, 0.0});
+    LateBinding::call(e.cont, QStringLiteral("printX"), { QStringLiteral("x"), 0.0, 0.0, 100.0, 100.0, 0 });
+    LateBinding::call(e.cont, QStringLiteral("setViewPort"), { 0.0, 0.0, 0.0, 0.0 });
     QCOMPARE(e.pintura().pixel(31, 26), white); // the child is outside the new viewport
     QVERIFY(errors.messages().isEmpty());
 }
@@ -190,25 +195,29 @@ void tst_ContenedorX::shapes_data()
     QTest::addColumn<bool>("seleccionado");
     QTest::addColumn<bool>("activo");
     QTest::addColumn<qint32>("color");
-    QTest::addColumn<QRgb>("esquina");  // at the child's top-left corner (12, 12)
+    QTest::addColumn<QRgb>("esquina"); // at the child's top-left corner (12, 12)
     QTest::addColumn<QRect>("interior");
-    QTest::addColumn<QRgb>("relleno");  // all over the interior, or hatch of it over white when 0
+    QTest::addColumn<QRgb>("relleno"); // all over the interior, or hatch of it over white when 0
 
     // The child: X 10, Y 10, 40 x 30, so drawn at (12, 12) - (51, 41).
     const QRect caja(16, 16, 30, 20);
     QTest::newRow("box") << 1 << false << false << false << qint32(0x0000FF) << black << caja << red;
-    QTest::newRow("circle") << 2 << false << false << false << qint32(0x0000FF) << white << QRect(26, 26, 10, 10)
-                            << red;
-    QTest::newRow("square, no outline") << 3 << false << false << false << qint32(0x0000FF) << white
-                                        << QRect(17, 17, 18, 18) << red;
-    QTest::newRow("shape 0, tip only") << 0 << false << false << false << qint32(0x0000FF) << white << caja << white;
-    QTest::newRow("shape 7, tip only") << 7 << false << false << false << qint32(0x0000FF) << white << caja << white;
-    QTest::newRow("child container") << 1 << true << false << false << qint32(0x0000FF) << grey << caja << white;
-    QTest::newRow("box selected") << 1 << false << true << false << qint32(0x0000FF) << black << caja << QRgb(0);
+    QTest::newRow("circle") << 2 << false << false << false << qint32(0x0000FF) << white
+                            << QRect(26, 26, 10, 10) << red;
+    QTest::newRow("square, no outline")
+        << 3 << false << false << false << qint32(0x0000FF) << white << QRect(17, 17, 18, 18) << red;
+    QTest::newRow("shape 0, tip only")
+        << 0 << false << false << false << qint32(0x0000FF) << white << caja << white;
+    QTest::newRow("shape 7, tip only")
+        << 7 << false << false << false << qint32(0x0000FF) << white << caja << white;
+    QTest::newRow("child container") << 1 << true << false << false << qint32(0x0000FF) << grey << caja
+                                     << white;
+    QTest::newRow("box selected") << 1 << false << true << false << qint32(0x0000FF) << black << caja
+                                  << QRgb(0);
     QTest::newRow("square selected") << 3 << false << true << false << qint32(0x0000FF) << black
                                      << QRect(17, 17, 18, 18) << QRgb(0);
-    QTest::newRow("white box selected") << 1 << false << true << false << qint32(0xFFFFFF) << black << caja
-                                        << QRgb(0);
+    QTest::newRow("white box selected")
+        << 1 << false << true << false << qint32(0xFFFFFF) << black << caja << QRgb(0);
     QTest::newRow("active box") << 1 << false << false << true << qint32(0x0000FF) << black << caja << red;
 }
 
@@ -317,7 +326,8 @@ void tst_ContenedorX::textThatDoesNotFit()
     const int top = int(std::floor(12 + 2 + (ah - 3 * th) / 2 + 0.5));
     const int left = int(std::floor(12 + 2 + (cw + 1 - cw) / 2.0 + 0.5));
     for (int line = 0; line < 3; ++line)
-        QVERIFY2(cuenta(image, QRect(left, top + line * th, cw, th), black) > 0, qPrintable(QString::number(line)));
+        QVERIFY2(cuenta(image, QRect(left, top + line * th, cw, th), black) > 0,
+                 qPrintable(QString::number(line)));
     QCOMPARE(cuenta(image, QRect(102, 12, cw + 5, 3 * th), black), 0);
 }
 
@@ -380,7 +390,8 @@ void tst_ContenedorX::viewport()
     QImage image = nuevo.grab().toImage();
     QCOMPARE(image.pixel(31, 26), white);
     const QFontMetrics metrics(nuevo.font());
-    QVERIFY(cuenta(image, QRect(2, 2, metrics.horizontalAdvance(QLatin1Char('R')), metrics.height()), grey) > 0);
+    QVERIFY(cuenta(image, QRect(2, 2, metrics.horizontalAdvance(QLatin1Char('R')), metrics.height()), grey)
+            > 0);
 
     nuevo.setViewPort(0, 0, 300, 200);
     image = nuevo.grab().toImage();
@@ -419,7 +430,7 @@ void tst_ContenedorX::sizeFit()
     e.frame.calls.clear();
     e.cont->refrescar();
     QCOMPARE(e.cont->size(), despues);
-    QCOMPARE(e.frame.calls, antes == despues ? QStringList() : QStringList{QStringLiteral("Resize")});
+    QCOMPARE(e.frame.calls, antes == despues ? QStringList() : QStringList { QStringLiteral("Resize") });
 
     // A child whose right edge needs 56 less than the width keeps it; 101 less shrinks it.
     e.cont->resize(500, 152);
@@ -478,13 +489,13 @@ void tst_ContenedorX::clicks()
 
     // In the overlap the earlier child wins.
     QTest::mouseClick(e.cont, Qt::LeftButton, {}, QPoint(40, 30));
-    QCOMPARE(codigos(seleccion), QStringList{"A"});
-    QCOMPARE(e.frame.calls, (QStringList{"setActive(A)", "setActive(A)"}));
+    QCOMPARE(codigos(seleccion), QStringList { "A" });
+    QCOMPARE(e.frame.calls, (QStringList { "setActive(A)", "setActive(A)" }));
 
     // Right and bottom edges belong to the child, one pixel further does not.
     QTest::mouseClick(e.cont, Qt::LeftButton, {}, QPoint(232, 132));
     QTest::mouseClick(e.cont, Qt::LeftButton, {}, QPoint(233, 133));
-    QCOMPARE(e.log(), (QStringList{"clicked(A,false)", "clicked(C,false)", "clicked(R,false)"}));
+    QCOMPARE(e.log(), (QStringList { "clicked(A,false)", "clicked(C,false)", "clicked(R,false)" }));
     QCOMPARE(seleccion.count(), 0);
 
     // Ctrl toggles and reports several; Shift+Ctrl is a plain click.
@@ -492,30 +503,31 @@ void tst_ContenedorX::clicks()
     QTest::mouseClick(e.cont, Qt::LeftButton, {}, QPoint(20, 20));
     QTest::mouseClick(e.cont, Qt::LeftButton, ctrl, QPoint(210, 110));
     QTest::mouseClick(e.cont, Qt::LeftButton, shift, QPoint(60, 45));
-    QCOMPARE(codigos(seleccion), (QStringList{"A", "C", "B"}));
+    QCOMPARE(codigos(seleccion), (QStringList { "A", "C", "B" }));
     QVERIFY(a->getSeleccionado() && b->getSeleccionado() && c->getSeleccionado());
     QTest::mouseClick(e.cont, Qt::LeftButton, ctrl, QPoint(20, 20));
-    QCOMPARE(codigos(seleccion), (QStringList{"C", "B"}));
+    QCOMPARE(codigos(seleccion), (QStringList { "C", "B" }));
     QVERIFY(!a->getSeleccionado());
     QTest::mouseClick(e.cont, Qt::LeftButton, shift | ctrl, QPoint(20, 20));
-    QCOMPARE(codigos(seleccion), QStringList{"A"});
-    QCOMPARE(e.log(), (QStringList{"clicked(A,false)", "clicked(C,true)", "clicked(B,true)", "clicked(A,true)",
-                                   "clicked(A,false)"}));
+    QCOMPARE(codigos(seleccion), QStringList { "A" });
+    QCOMPARE(e.log(),
+             (QStringList { "clicked(A,false)", "clicked(C,true)", "clicked(B,true)", "clicked(A,true)",
+                            "clicked(A,false)" }));
 
     // A right-click selects an unselected child alone; inside a group it keeps the group.
     e.mapa.clear();
     QTest::mouseClick(e.cont, Qt::RightButton, {}, QPoint(210, 110));
-    QCOMPARE(codigos(seleccion), QStringList{"C"});
+    QCOMPARE(codigos(seleccion), QStringList { "C" });
     QTest::mouseClick(e.cont, Qt::LeftButton, ctrl, QPoint(20, 20));
     QTest::mouseClick(e.cont, Qt::RightButton, {}, QPoint(210, 110));
-    QCOMPARE(codigos(seleccion), (QStringList{"C", "A"}));
-    QCOMPARE(e.log(), (QStringList{"rightClicked(C,false)", "clicked(A,true)", "rightClicked(C,true)"}));
+    QCOMPARE(codigos(seleccion), (QStringList { "C", "A" }));
+    QCOMPARE(e.log(), (QStringList { "rightClicked(C,false)", "clicked(A,true)", "rightClicked(C,true)" }));
 
     // A press inside the group keeps it (so it can be dragged); the release without a drag narrows it.
     QTest::mousePress(e.cont, Qt::LeftButton, {}, QPoint(20, 20));
     QCOMPARE(seleccion.count(), 2);
     QTest::mouseRelease(e.cont, Qt::LeftButton, {}, QPoint(20, 20));
-    QCOMPARE(codigos(seleccion), QStringList{"A"});
+    QCOMPARE(codigos(seleccion), QStringList { "A" });
     QVERIFY(!c->getSeleccionado());
 
     // The frame's answer to "setActive" becomes the current object.
@@ -525,7 +537,7 @@ void tst_ContenedorX::clicks()
     QVERIFY(c->getActivo());
     e.frame.answerNone = true;
     QTest::mouseClick(e.cont, Qt::LeftButton, {}, QPoint(210, 110));
-    QCOMPARE(e.log(), (QStringList{"clicked(C,false)", "clicked(none,false)"}));
+    QCOMPARE(e.log(), (QStringList { "clicked(C,false)", "clicked(none,false)" }));
     QVERIFY(errors.messages().isEmpty());
 }
 
@@ -560,7 +572,7 @@ void tst_ContenedorX::rubberBand()
     QCOMPARE(band->geometry(), QRect(5, 5, 105, 55));
     QTest::mouseRelease(e.cont, Qt::LeftButton, ctrl, QPoint(5, 5));
     QVERIFY(band->isHidden());
-    QCOMPARE(codigos(*e.cont->getSeleccionados()), QStringList{"A"});
+    QCOMPARE(codigos(*e.cont->getSeleccionados()), QStringList { "A" });
     QVERIFY(a->getSeleccionado() && !b->getSeleccionado() && !partly->getSeleccionado());
     QVERIFY(e.log().isEmpty());
     QVERIFY(errors.messages().isEmpty());
@@ -623,8 +635,8 @@ void tst_ContenedorX::shiftDragMoves()
     Dummy *caja1 = e.caja(QStringLiteral("D1c"));
     Dummy *caja2 = e.caja(QStringLiteral("D2c"));
     QVERIFY(caja1 && caja2 && caja1->isVisible());
-    QCOMPARE(caja1->geometry(), QRect(int(10 * escala) + 2 + 6, int(10 * escala) + 2, int(10 * escala),
-                                      int(10 * escala)));
+    QCOMPARE(caja1->geometry(),
+             QRect(int(10 * escala) + 2 + 6, int(10 * escala) + 2, int(10 * escala), int(10 * escala)));
     const QPoint destino = press + QPoint(recorrido, 0);
     QCOMPARE(driver.move(e.cont, destino, shift), Qt::MoveAction);
     QCOMPARE(caja2->pos(), QPoint(int(std::floor(11 * escala + 0.5)) + 2 + recorrido, int(30 * escala) + 2));
@@ -634,7 +646,7 @@ void tst_ContenedorX::shiftDragMoves()
     QCOMPARE(d1->getX(), qint16(x1));
     QCOMPARE(d2->getX(), qint16(x2));
     QCOMPARE(d1->getY(), qint16(10));
-    QCOMPARE(e.log(), (QStringList{"moved(D1)", "moved(D2)"}));
+    QCOMPARE(e.log(), (QStringList { "moved(D1)", "moved(D2)" }));
 
     driver.finish(Qt::MoveAction);
     borrarCajas();
@@ -681,7 +693,7 @@ void tst_ContenedorX::plainDragAndForeignDrops()
     QCOMPARE(driver.move(e.cont, QPoint(105, 15)), Qt::CopyAction);
     QCOMPARE(driver.drop(e.cont, QPoint(105, 15), ctrl), Qt::CopyAction);
     driver.finish(Qt::CopyAction);
-    QCOMPARE(e.log(), QStringList{"droped(Dframe,D2,2)"});
+    QCOMPARE(e.log(), QStringList { "droped(Dframe,D2,2)" });
     QCOMPARE(d1->getX(), qint16(10));
 
     // A drag from elsewhere is always a copy, and a Shift-drop of it does nothing.
@@ -691,7 +703,7 @@ void tst_ContenedorX::plainDragAndForeignDrops()
     QCOMPARE(DragDriver::moveData(e.cont, QPoint(50, 50), &texto, shift), Qt::CopyAction);
     QCOMPARE(DragDriver::dropData(e.cont, QPoint(50, 50), &texto, shift), Qt::IgnoreAction);
     QCOMPARE(DragDriver::dropData(e.cont, QPoint(50, 50), &texto), Qt::CopyAction);
-    QCOMPARE(e.log(), QStringList{"droped(Lfuera,R,0)"});
+    QCOMPARE(e.log(), QStringList { "droped(Lfuera,R,0)" });
 
     // Data without text is refused, and nothing is asked of the frame.
     e.mapa.clear();
@@ -706,7 +718,7 @@ void tst_ContenedorX::plainDragAndForeignDrops()
     // An inactive frame is activated by a drag over it.
     e.frame.setPActive(false);
     DragDriver::moveData(e.cont, QPoint(50, 50), &texto);
-    QCOMPARE(e.frame.calls, (QStringList{"isActive", "activate", "isActive"})); // drag-enter, drag-move
+    QCOMPARE(e.frame.calls, (QStringList { "isActive", "activate", "isActive" })); // drag-enter, drag-move
     QVERIFY(errors.messages().isEmpty());
 }
 
@@ -742,13 +754,13 @@ void tst_ContenedorX::boxesGrowScrollAndFollowShift()
     driver.move(e.cont, QPoint(361, 261), shift);
     driver.move(e.cont, QPoint(200, 39), shift);
     QCOMPARE(e.frame.calls.filter(QStringLiteral("Scroll")),
-             (QStringList{"hScroll(-1)", "hScroll(-1)", "hScroll(1)", "vScroll(1)", "vScroll(-1)"}));
+             (QStringList { "hScroll(-1)", "hScroll(-1)", "hScroll(1)", "vScroll(1)", "vScroll(-1)" }));
 
     // Boxes dragged past the right edge grow the control to their right edge plus 100.
     e.frame.calls.clear();
     driver.move(e.cont, QPoint(600, 150), shift);
     QCOMPARE(e.cont->width(), 20 + 2 + 585 + 100);
-    QCOMPARE(e.frame.calls.filter(QStringLiteral("Resize")), QStringList{"Resize"});
+    QCOMPARE(e.frame.calls.filter(QStringLiteral("Resize")), QStringList { "Resize" });
     driver.finish();
     borrarCajas();
     QVERIFY(!e.caja(QStringLiteral("D1c")));
@@ -778,13 +790,13 @@ void tst_ContenedorX::alignAndEqualise()
     e.cont->alinearVertical(ref);
     QCOMPARE(a->getX(), qint16(5));
     QCOMPARE(b->getX(), qint16(5));
-    QCOMPARE(e.log(), (QStringList{"moved(B)", "moved(A)", "moved(B)", "moved(A)"}));
+    QCOMPARE(e.log(), (QStringList { "moved(B)", "moved(A)", "moved(B)", "moved(A)" }));
 
     // Equal size, the reference itself selected too; the control grows to the new sizes.
     e.cont->seleccionar(QStringLiteral("Z"));
     e.mapa.clear();
     e.cont->igualarDimension(ref);
-    QCOMPARE(e.log(), (QStringList{"moved(B)", "moved(A)", "moved(Z)"}));
+    QCOMPARE(e.log(), (QStringList { "moved(B)", "moved(A)", "moved(Z)" }));
     QCOMPARE(QSize(a->getAncho(), a->getAlto()), QSize(400, 300));
     QCOMPARE(e.cont->size(), QSize(405 + 4, 340 + 4));
 
@@ -815,20 +827,21 @@ void tst_ContenedorX::distribute_data()
     QTest::addColumn<QStringList>("movidos");
 
     // The interior ones start gap units after the previous one's last unit: 99, not 100.
-    QTest::newRow("three") << QList<int>{0, 50, 200} << 20 << QList<int>{0, 99, 200} << QStringList{"moved(1)"};
-    QTest::newRow("unsorted") << QList<int>{200, 0, 50} << 20 << QList<int>{200, 0, 99}
-                              << QStringList{"moved(2)"};
-    QTest::newRow("four, gap 70") << QList<int>{20, 10, 0, 300} << 30 << QList<int>{198, 99, 0, 300}
-                                  << QStringList{"moved(1)", "moved(0)"};
-    QTest::newRow("gap 14.5 rounds down") << QList<int>{0, 10, 31} << 1 << QList<int>{0, 14, 31}
-                                          << QStringList{"moved(1)"};
-    QTest::newRow("gap 15.5 rounds up") << QList<int>{0, 10, 33} << 1 << QList<int>{0, 16, 33}
-                                        << QStringList{"moved(1)"};
-    QTest::newRow("overlapping: negative gap") << QList<int>{0, 5, 10} << 40 << QList<int>{0, 4, 10}
-                                               << QStringList{"moved(1)"};
-    QTest::newRow("evenly spaced still moves") << QList<int>{0, 29, 58} << 10 << QList<int>{0, 28, 58}
-                                               << QStringList{"moved(1)"};
-    QTest::newRow("two do nothing") << QList<int>{0, 70} << 20 << QList<int>{0, 70} << QStringList();
+    QTest::newRow("three") << QList<int> { 0, 50, 200 } << 20 << QList<int> { 0, 99, 200 }
+                           << QStringList { "moved(1)" };
+    QTest::newRow("unsorted") << QList<int> { 200, 0, 50 } << 20 << QList<int> { 200, 0, 99 }
+                              << QStringList { "moved(2)" };
+    QTest::newRow("four, gap 70") << QList<int> { 20, 10, 0, 300 } << 30 << QList<int> { 198, 99, 0, 300 }
+                                  << QStringList { "moved(1)", "moved(0)" };
+    QTest::newRow("gap 14.5 rounds down")
+        << QList<int> { 0, 10, 31 } << 1 << QList<int> { 0, 14, 31 } << QStringList { "moved(1)" };
+    QTest::newRow("gap 15.5 rounds up")
+        << QList<int> { 0, 10, 33 } << 1 << QList<int> { 0, 16, 33 } << QStringList { "moved(1)" };
+    QTest::newRow("overlapping: negative gap")
+        << QList<int> { 0, 5, 10 } << 40 << QList<int> { 0, 4, 10 } << QStringList { "moved(1)" };
+    QTest::newRow("evenly spaced still moves")
+        << QList<int> { 0, 29, 58 } << 10 << QList<int> { 0, 28, 58 } << QStringList { "moved(1)" };
+    QTest::newRow("two do nothing") << QList<int> { 0, 70 } << 20 << QList<int> { 0, 70 } << QStringList();
 }
 
 void tst_ContenedorX::distribute()
@@ -838,7 +851,7 @@ void tst_ContenedorX::distribute()
     QFETCH(QList<int>, resultado);
     QFETCH(QStringList, movidos);
 
-    for (const bool horizontal : {true, false}) {
+    for (const bool horizontal : { true, false }) {
         ErrorCatcher errors;
         Escena e;
         std::vector<Hijo> hijos;
@@ -867,14 +880,14 @@ void tst_ContenedorX::distributeOrdersEqualPositions()
     const Hijo e2 = e.hijo(QStringLiteral("E2"), 100, 0, 10, 10);
     const Hijo e3 = e.hijo(QStringLiteral("E3"), 100, 0, 10, 10);
     const Hijo e4 = e.hijo(QStringLiteral("E4"), 300, 0, 10, 10);
-    for (const char *codigo : {"E1", "E2", "E3", "E4"})
+    for (const char *codigo : { "E1", "E2", "E3", "E4" })
         e.cont->seleccionar(QLatin1String(codigo));
 
     // Equal positions come in reverse order of selection: E3 before E2. Gap (309 + 1 - 40) / 3 = 90.
     e.cont->distribuirHorizontal();
     QCOMPARE(e3->getX(), qint16(99));
     QCOMPARE(e2->getX(), qint16(198));
-    QCOMPARE(e.log(), (QStringList{"moved(E3)", "moved(E2)"}));
+    QCOMPARE(e.log(), (QStringList { "moved(E3)", "moved(E2)" }));
 
     // Many objects: the size fitted after every move equals a fit from scratch.
     Escena grande;
@@ -904,7 +917,7 @@ void tst_ContenedorX::badInput()
     e.cont->refrescar();
     e.pintura();
     QTest::mouseClick(e.cont, Qt::LeftButton, {}, QPoint(62, 62));
-    QCOMPARE(e.log(), QStringList{"clicked(Z,false)"});
+    QCOMPARE(e.log(), QStringList { "clicked(Z,false)" });
     e.cont->seleccionarTodos();
     e.cont->distribuirHorizontal();
     e.cont->distribuirVertical();
@@ -929,9 +942,9 @@ void tst_ContenedorX::badInput()
     e.mapa.clear();
     e.cont->alinearHorizontal(cero);
     QCOMPARE(errors.messages(),
-             (QStringList{"ContenedorX.limpiar->No se encontró padre del objeto en primer nivel",
-                          "ContenedorX.dibujarNuevo->No se encontró padre del objeto en primer nivel"}));
-    QCOMPARE(e.log(), QStringList{"moved(X)"});
+             (QStringList { "ContenedorX.limpiar->No se encontró padre del objeto en primer nivel",
+                            "ContenedorX.dibujarNuevo->No se encontró padre del objeto en primer nivel" }));
+    QCOMPARE(e.log(), QStringList { "moved(X)" });
     QCOMPARE(ajeno->getY(), cero->getY());
     e.cont->getSeleccionados()->remove(ajeno);
     errors.clear();
@@ -939,16 +952,17 @@ void tst_ContenedorX::badInput()
     // Scale 0 and negative: nothing is ever hit, nothing fails (the control shrinks to nothing,
     // so the clicks go straight to it).
     e.mapa.clear();
-    for (const float escala : {0.0f, -1.0f}) {
+    for (const float escala : { 0.0f, -1.0f }) {
         e.cont->setEscala(escala);
         e.pintura();
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        for (const QEvent::Type type : { QEvent::MouseButtonPress, QEvent::MouseButtonRelease }) {
             QMouseEvent event(type, QPointF(2, 2), e.cont->mapToGlobal(QPointF(2, 2)), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                              Qt::NoModifier);
             QCoreApplication::sendEvent(e.cont, &event);
         }
     }
-    QCOMPARE(e.log(), (QStringList{"clicked(R,false)", "clicked(R,false)"}));
+    QCOMPARE(e.log(), (QStringList { "clicked(R,false)", "clicked(R,false)" }));
     QVERIFY2(errors.messages().isEmpty(), qPrintable(errors.messages().join('|')));
 
     // A drop measured at scale 0 cannot be committed.
@@ -961,7 +975,7 @@ void tst_ContenedorX::badInput()
     QCOMPARE(driver.started(), 1);
     e.cont->setEscala(0);
     QCOMPARE(driver.drop(e.cont, QPoint(190, 155), shift), Qt::MoveAction);
-    QCOMPARE(errors.messages(), QStringList{"ContenedorX.dragDrop->Overflow"});
+    QCOMPARE(errors.messages(), QStringList { "ContenedorX.dragDrop->Overflow" });
     QCOMPARE(m->getX(), qint16(150));
     driver.finish();
 }
@@ -985,11 +999,11 @@ void tst_ContenedorX::overflowAfterMove()
     // The first moved, the one that would leave 16 bits and everything after it stayed.
     // The boxes' right edge no longer fits 16 bits either.
     QCOMPARE(errors.messages(),
-             (QStringList{"ContenedorX.dragOver->Overflow", "ContenedorX.dragDrop->Overflow"}));
+             (QStringList { "ContenedorX.dragOver->Overflow", "ContenedorX.dragDrop->Overflow" }));
     QCOMPARE(primero->getX(), qint16(1010));
     QCOMPARE(lejano->getX(), qint16(32000));
     QCOMPARE(ultimo->getX(), qint16(40));
-    QCOMPARE(e.log(), QStringList{"moved(P)"});
+    QCOMPARE(e.log(), QStringList { "moved(P)" });
 
     // Distribution stops the same way.
     errors.clear();
@@ -1000,7 +1014,7 @@ void tst_ContenedorX::overflowAfterMove()
     primero->setAncho(1);
     ultimo->setAncho(1);
     e.cont->distribuirHorizontal();
-    QCOMPARE(errors.messages(), QStringList{"ContenedorX.IContenedorX_distribuirHorizontal->Overflow"});
+    QCOMPARE(errors.messages(), QStringList { "ContenedorX.IContenedorX_distribuirHorizontal->Overflow" });
     QCOMPARE(primero->getX(), qint16(10));
     QVERIFY(e.log().isEmpty());
 }
@@ -1017,9 +1031,10 @@ void tst_ContenedorX::duplicateCodesInSelection()
 
     QTest::mousePress(e.cont, Qt::LeftButton, shift, QPoint(15, 15));
     mover(e.cont, QPointF(40, 15), Qt::LeftButton, shift);
-    QCOMPARE(errors.messages(),
-             QStringList{"ContenedorX.dibujarOtraCaja->This key is already associated with an element of this "
-                         "collection"});
+    QCOMPARE(
+        errors.messages(),
+        QStringList { "ContenedorX.dibujarOtraCaja->This key is already associated with an element of this "
+                      "collection" });
     driver.finish();
     borrarCajas();
     QCOMPARE(e.cont->findChildren<Dummy *>().size(), 1); // only the band is left
@@ -1037,12 +1052,12 @@ void tst_ContenedorX::missingFrame()
     suelto.setRoot(&mapa);
     suelto.setObjeto(raiz);
     QCOMPARE(errors.messages(),
-             QStringList{"ContenedorX.validarControl->Object variable or With block variable not set"});
+             QStringList { "ContenedorX.validarControl->Object variable or With block variable not set" });
     errors.clear();
     QTest::mouseClick(&suelto, Qt::LeftButton, {}, QPoint(5, 5));
     QCOMPARE(errors.messages(),
-             (QStringList{"ContenedorX.MouseDown->Object variable or With block variable not set",
-                          "ContenedorX.MouseUp->Object variable or With block variable not set"}));
+             (QStringList { "ContenedorX.MouseDown->Object variable or With block variable not set",
+                            "ContenedorX.MouseUp->Object variable or With block variable not set" }));
 
     QWidget plain;
     auto *cont = new ContenedorX(&plain);
@@ -1050,8 +1065,8 @@ void tst_ContenedorX::missingFrame()
     errors.clear();
     QTest::mouseClick(cont, Qt::LeftButton, {}, QPoint(5, 5));
     QCOMPARE(errors.messages(),
-             (QStringList{"ContenedorX.MouseDown->Object doesn't support this property or method",
-                          "ContenedorX.MouseUp->Object doesn't support this property or method"}));
+             (QStringList { "ContenedorX.MouseDown->Object doesn't support this property or method",
+                            "ContenedorX.MouseUp->Object doesn't support this property or method" }));
     QVERIFY(mapa.calls().empty());
 
     // Unbound: the operations say what is missing.
@@ -1061,8 +1076,9 @@ void tst_ContenedorX::missingFrame()
     vacio.setActivo(raiz, true);
     vacio.grab();
     QCOMPARE(errors.messages(),
-             (QStringList{"ContenedorX.IContenedorX_seleccionarTodos->Object variable or With block variable not set",
-                          "ContenedorX.IContenedorX_setActivo->Object variable or With block variable not set"}));
+             (QStringList {
+                 "ContenedorX.IContenedorX_seleccionarTodos->Object variable or With block variable not set",
+                 "ContenedorX.IContenedorX_setActivo->Object variable or With block variable not set" }));
 }
 
 QTEST_MAIN(tst_ContenedorX)

@@ -52,11 +52,12 @@ void tst_Dummy::propertiesRoundTrip_data()
     QTest::addColumn<qint16>("borderStyle");
     QTest::addColumn<QStringList>("keys");
 
-    QTest::newRow("border only") << qint16(0) << qint32(0xFFFFFF) << qint16(0) << QStringList{"BorderStyle"};
+    QTest::newRow("border only") << qint16(0) << qint32(0xFFFFFF) << qint16(0)
+                                 << QStringList { "BorderStyle" };
     QTest::newRow("opaque red") << qint16(1) << qint32(0x0000FF) << qint16(1)
-                                << QStringList{"BackColor", "BackStyle"};
+                                << QStringList { "BackColor", "BackStyle" };
     QTest::newRow("all three") << qint16(1) << qint32(0x123456) << qint16(0)
-                               << QStringList{"BackColor", "BackStyle", "BorderStyle"};
+                               << QStringList { "BackColor", "BackStyle", "BorderStyle" };
 }
 
 void tst_Dummy::propertiesRoundTrip()
@@ -100,7 +101,7 @@ void tst_Dummy::borderStyleIsReadUnderItsOtherSpelling()
 
     // Saving again writes the other spelling over the same key.
     dummy.writeProperties(bag);
-    QCOMPARE(bag.keys(), QStringList{"BorderStyle"});
+    QCOMPARE(bag.keys(), QStringList { "BorderStyle" });
 }
 
 void tst_Dummy::pixels_data()
@@ -110,8 +111,8 @@ void tst_Dummy::pixels_data()
     QTest::addColumn<QRgb>("edge");
     QTest::addColumn<QRgb>("inside");
 
-    const QRgb below = qRgb(0, 0, 255);   // what lies under the box
-    const QRgb fill = qRgb(255, 0, 0);    // BackColor 0x0000FF
+    const QRgb below = qRgb(0, 0, 255); // what lies under the box
+    const QRgb fill = qRgb(255, 0, 0); // BackColor 0x0000FF
     const QRgb line = QPalette().color(QPalette::WindowText).rgb();
     QTest::newRow("outline") << qint16(0) << qint16(1) << line << below;
     QTest::newRow("nothing") << qint16(0) << qint16(0) << below << below;
@@ -140,11 +141,12 @@ void tst_Dummy::pixels()
     dummy->show();
 
     const QImage image = host.grab().toImage();
-    for (const QPoint corner : {QPoint(10, 5), QPoint(39, 5), QPoint(10, 24), QPoint(39, 24), QPoint(25, 5)})
+    for (const QPoint corner :
+         { QPoint(10, 5), QPoint(39, 5), QPoint(10, 24), QPoint(39, 24), QPoint(25, 5) })
         QCOMPARE(image.pixel(corner), edge);
     QCOMPARE(image.pixel(11, 6), inside);
     QCOMPARE(image.pixel(25, 15), inside);
-    QCOMPARE(image.pixel(9, 5), qRgb(0, 0, 255));  // nothing outside the box
+    QCOMPARE(image.pixel(9, 5), qRgb(0, 0, 255)); // nothing outside the box
     QCOMPARE(image.pixel(40, 25), qRgb(0, 0, 255));
 }
 

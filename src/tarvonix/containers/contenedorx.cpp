@@ -35,9 +35,9 @@ namespace {
 const ControlRegistration registration(QStringLiteral("Tarvonix.ContenedorX"),
                                        [](QWidget *parent) { return new ContenedorX(parent); });
 
-constexpr float margen = 2;         // between the control's edge and object coordinate 0
-constexpr float bandaScroll = 40;   // a drag this close to the visible edge scrolls the frame
-constexpr int holgura = 100;        // the control shrinks only when it is this much too large
+constexpr float margen = 2; // between the control's edge and object coordinate 0
+constexpr float bandaScroll = 40; // a drag this close to the visible edge scrolls the frame
+constexpr int holgura = 100; // the control shrinks only when it is this much too large
 constexpr qint32 gris = 0xC0C0C0;
 constexpr qint32 negro = 0;
 constexpr qint32 blanco = 0xFFFFFF;
@@ -60,7 +60,8 @@ std::shared_ptr<Objetos> hijosDe(const IObjeto &objeto)
     return hijos;
 }
 
-//! A drawing length as whole pixels, the way the surface rounds it; lengths no widget can take are an overflow.
+//! A drawing length as whole pixels, the way the surface rounds it; lengths no widget can take are an
+//! overflow.
 int enPixeles(double value)
 {
     if (!(std::abs(value) <= 1.0e9))
@@ -105,7 +106,8 @@ QRectF areaDibujo(float x, float y, float w, float h)
 //! The plain arrow shown while the selection is moved, instead of the platform's drag cursors.
 QPixmap flechaSimple()
 {
-    static const QPointF contorno[] = {{0, 0}, {0, 16}, {4, 12}, {7, 18}, {9, 17}, {6, 11}, {11, 11}};
+    static const QPointF contorno[]
+        = { { 0, 0 }, { 0, 16 }, { 4, 12 }, { 7, 18 }, { 9, 17 }, { 6, 11 }, { 11, 11 } };
     QPixmap pixmap(12, 19);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
@@ -139,7 +141,7 @@ struct ContenedorX::Ajuste
         if (!nuevo) {
             derechas.erase(derechas.find(it->second.first));
             fondos.erase(fondos.find(it->second.second));
-            it->second = {derecha, fondo};
+            it->second = { derecha, fondo };
         }
         derechas.insert(derecha);
         fondos.insert(fondo);
@@ -241,6 +243,14 @@ void ContenedorX::setBloqueo(bool bloqueo)
 
 // --- Painting ----------------------------------------------------------------
 
+void ContenedorX::changeEvent(QEvent *event)
+{
+    // printX measures with the surface's font at any time, not only while painting.
+    if (event->type() == QEvent::FontChange)
+        m_surface.setFont(font());
+    QWidget::changeEvent(event);
+}
+
 void ContenedorX::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
@@ -269,7 +279,9 @@ void ContenedorX::pintar(const QRect &expuesto)
     // 3. The children that reach into the visible rectangle (and the exposed one), in collection order.
     if (!m_objeto->getPuedeContener())
         return;
-    const auto dentro = [](float a, float desde, float hasta) { return a >= desde && a <= hasta; };
+    const auto dentro = [](float a, float desde, float hasta) {
+        return a >= desde && a <= hasta;
+    };
     const QRectF exposedArea(expuesto);
     for (const ObjetoPtr &k : hijosDe(*m_objeto)->NewEnum()) {
         const float x = k->getX() * m_escala + margen;
@@ -450,7 +462,8 @@ void ContenedorX::limpiar(const ObjetoPtr &o)
     trap(QStringLiteral("ContenedorX.limpiar->"), [&] {
         const IObjeto &objeto = requerido(o);
         if (objeto.getPadre() != requerido(m_objeto).getCodigo()) {
-            reportError(QStringLiteral("ContenedorX.limpiar->No se encontró padre del objeto en primer nivel"));
+            reportError(
+                QStringLiteral("ContenedorX.limpiar->No se encontró padre del objeto en primer nivel"));
             return;
         }
         invalidar(areaDibujo(objeto.getX() * m_escala + margen, objeto.getY() * m_escala + margen,
@@ -463,7 +476,8 @@ void ContenedorX::dibujarNuevo(const ObjetoPtr &o)
     trap(QStringLiteral("ContenedorX.dibujarNuevo->"), [&] {
         const IObjeto &objeto = requerido(o);
         if (objeto.getPadre() != requerido(m_objeto).getCodigo()) {
-            reportError(QStringLiteral("ContenedorX.dibujarNuevo->No se encontró padre del objeto en primer nivel"));
+            reportError(
+                QStringLiteral("ContenedorX.dibujarNuevo->No se encontró padre del objeto en primer nivel"));
             return;
         }
         invalidar(areaDibujo(objeto.getX() * m_escala + margen, objeto.getY() * m_escala + margen,
@@ -548,7 +562,7 @@ void ContenedorX::ajustarTamano(int right, int bottom)
     // 4.
     if (ancho != width() || alto != height()) {
         resize(ancho, alto);
-        llamarFrame(QStringLiteral("Resize"), {QVariant::fromValue<QWidget *>(this)});
+        llamarFrame(QStringLiteral("Resize"), { QVariant::fromValue<QWidget *>(this) });
     }
 }
 
@@ -573,7 +587,7 @@ bool ContenedorX::framePActive()
 
 ObjetoPtr ContenedorX::frameSetActive(const ObjetoPtr &o)
 {
-    return llamarFrame(QStringLiteral("setActive"), {QVariant::fromValue<ObjetoPtr>(o)}).value<ObjetoPtr>();
+    return llamarFrame(QStringLiteral("setActive"), { QVariant::fromValue<ObjetoPtr>(o) }).value<ObjetoPtr>();
 }
 
 // --- Hit-testing and selection ---------------------------------------------
@@ -674,12 +688,13 @@ void ContenedorX::MouseUp(int button, int shift, float x, float y)
         // 2. The band toggles every child wholly inside it, and tells nobody.
         if (m_rubberBand) {
             m_rubberBand = false;
-            m_box->hide();
+            Dummy &box = banda();
+            box.hide();
             m_actual = nullptr;
-            const float x1 = (m_box->x() - margen) / m_escala;
-            const float y1 = (m_box->y() - margen) / m_escala;
-            const float x2 = (m_box->x() + m_box->width() - margen) / m_escala;
-            const float y2 = (m_box->y() + m_box->height() - margen) / m_escala;
+            const float x1 = (box.x() - margen) / m_escala;
+            const float y1 = (box.y() - margen) / m_escala;
+            const float x2 = (box.x() + box.width() - margen) / m_escala;
+            const float y2 = (box.y() + box.height() - margen) / m_escala;
             if (!requerido(m_objeto).getPuedeContener())
                 return;
             for (const ObjetoPtr &k : hijosDe(*m_objeto)->NewEnum()) {
@@ -693,7 +708,8 @@ void ContenedorX::MouseUp(int button, int shift, float x, float y)
         // 3.
         m_actual = sobreQuien(x, y);
         const bool modificada = shift == ShiftMask || shift == CtrlMask;
-        if (modificada && button != RightButton && requerido(m_actual).getCodigo() != requerido(m_objeto).getCodigo()) {
+        if (modificada && button != RightButton
+            && requerido(m_actual).getCodigo() != requerido(m_objeto).getCodigo()) {
             alternar(m_actual);
         } else if (button == LeftButton && !modificada && m_seleccionados->count() > 1) {
             // A plain click inside a group, without a drag, narrows the selection to the clicked child.
@@ -730,12 +746,20 @@ void ContenedorX::dibujarCaja(float x1, float y1, float x2, float y2)
         const float top = std::min(y1, y2);
         const float ancho = x1 == x2 ? 1 : std::abs(x2 - x1);
         const float alto = y1 == y2 ? 1 : std::abs(y2 - y1);
-        m_box->setGeometry(enPixeles(left), enPixeles(top), enPixeles(ancho), enPixeles(alto));
-        if (m_box->isHidden()) {
-            m_box->raise();
-            m_box->show();
+        Dummy &box = banda();
+        box.setGeometry(enPixeles(left), enPixeles(top), enPixeles(ancho), enPixeles(alto));
+        if (box.isHidden()) {
+            box.raise();
+            box.show();
         }
     });
+}
+
+Dummy &ContenedorX::banda() const
+{
+    if (!m_box)
+        throw Error(Error::ControlNotFound);
+    return *m_box;
 }
 
 void ContenedorX::unselectAll()
@@ -874,8 +898,9 @@ void ContenedorX::dragEnterEvent(QDragEnterEvent *event)
 
 void ContenedorX::dragMoveEvent(QDragMoveEvent *event)
 {
-    const Qt::DropAction efecto = dragOver(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
-                                           shiftState(event->modifiers()), event->position());
+    const Qt::DropAction efecto
+        = dragOver(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
+                   shiftState(event->modifiers()), event->position());
     if (efecto == Qt::IgnoreAction) {
         event->ignore();
     } else {
@@ -886,8 +911,9 @@ void ContenedorX::dragMoveEvent(QDragMoveEvent *event)
 
 void ContenedorX::dropEvent(QDropEvent *event)
 {
-    const Qt::DropAction efecto = dragDrop(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
-                                           shiftState(event->modifiers()), event->position());
+    const Qt::DropAction efecto
+        = dragDrop(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
+                   shiftState(event->modifiers()), event->position());
     if (efecto == Qt::IgnoreAction) {
         event->ignore();
     } else {
@@ -896,7 +922,8 @@ void ContenedorX::dropEvent(QDropEvent *event)
     }
 }
 
-Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efecto, int, int shift, QPointF pos)
+Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efecto, int, int shift,
+                                     QPointF pos)
 {
     trap(QStringLiteral("ContenedorX.dragOver->"), [&] {
         const float x = float(pos.x());
@@ -929,8 +956,10 @@ Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efec
                 qint16 maxBottom = 0;
                 for (const ObjetoPtr &o : m_seleccionados->NewEnum()) {
                     moverOtraCaja(o, dx, dy);
-                    const float right = (qint32(o->getX()) + o->getAncho()) * m_escala + margen + (x - m_downX);
-                    const float bottom = (qint32(o->getY()) + o->getAlto()) * m_escala + margen + (y - m_downY);
+                    const float right
+                        = (qint32(o->getX()) + o->getAncho()) * m_escala + margen + (x - m_downX);
+                    const float bottom
+                        = (qint32(o->getY()) + o->getAlto()) * m_escala + margen + (y - m_downY);
                     maxRight = std::max(maxRight, toInt16(double(right)));
                     maxBottom = std::max(maxBottom, toInt16(double(bottom)));
                 }
@@ -943,7 +972,7 @@ Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efec
                     alto = std::min<int>(maxBottom, 32000) + holgura;
                 if (ancho != width() || alto != height()) {
                     resize(ancho, alto);
-                    llamarFrame(QStringLiteral("Resize"), {QVariant::fromValue<QWidget *>(this)});
+                    llamarFrame(QStringLiteral("Resize"), { QVariant::fromValue<QWidget *>(this) });
                 }
                 m_dragX = redondear(x);
                 m_dragY = redondear(y);
@@ -961,18 +990,19 @@ Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efec
         }
         // 5. Near the visible rectangle's edges the frame scrolls.
         if (x < m_viewLeft + bandaScroll)
-            llamarFrame(QStringLiteral("hScroll"), {QVariant::fromValue<qint16>(-1)});
+            llamarFrame(QStringLiteral("hScroll"), { QVariant::fromValue<qint16>(-1) });
         else if (x > m_viewRight - bandaScroll)
-            llamarFrame(QStringLiteral("hScroll"), {QVariant::fromValue<qint16>(1)});
+            llamarFrame(QStringLiteral("hScroll"), { QVariant::fromValue<qint16>(1) });
         if (y < m_viewTop + bandaScroll)
-            llamarFrame(QStringLiteral("vScroll"), {QVariant::fromValue<qint16>(-1)});
+            llamarFrame(QStringLiteral("vScroll"), { QVariant::fromValue<qint16>(-1) });
         else if (y > m_viewBottom - bandaScroll)
-            llamarFrame(QStringLiteral("vScroll"), {QVariant::fromValue<qint16>(1)});
+            llamarFrame(QStringLiteral("vScroll"), { QVariant::fromValue<qint16>(1) });
     });
     return efecto;
 }
 
-Qt::DropAction ContenedorX::dragDrop(const QMimeData *datos, Qt::DropAction efecto, int, int shift, QPointF pos)
+Qt::DropAction ContenedorX::dragDrop(const QMimeData *datos, Qt::DropAction efecto, int, int shift,
+                                     QPointF pos)
 {
     trap(QStringLiteral("ContenedorX.dragDrop->"), [&] {
         const float x = float(pos.x());
@@ -1022,7 +1052,7 @@ void ContenedorX::completeDrag()
                 borrarOtraCaja(o);
             // Boxes of children that left the selection during the drag go too.
             for (const QString &nombre : m_cajas.names()) {
-                if (m_cajas.find(nombre) != m_box)
+                if (!m_box || m_cajas.find(nombre) != m_box.data())
                     m_cajas.remove(nombre);
             }
             m_boxesCreated = false;
@@ -1102,8 +1132,12 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
 {
     trap(label, [&] {
         const bool horizontal = eje == Eje::Horizontal;
-        const auto posicion = [horizontal](const IObjeto &o) { return horizontal ? o.getX() : o.getY(); };
-        const auto largo = [horizontal](const IObjeto &o) { return horizontal ? o.getAncho() : o.getAlto(); };
+        const auto posicion = [horizontal](const IObjeto &o) {
+            return horizontal ? o.getX() : o.getY();
+        };
+        const auto largo = [horizontal](const IObjeto &o) {
+            return horizontal ? o.getAncho() : o.getAlto();
+        };
         // 1.
         if (m_seleccionados->count() <= 2)
             return;
@@ -1129,7 +1163,7 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
             minLeft = std::min(minLeft, left);
             maxRight = std::max(maxRight, right);
             total += largo(*o);
-            lista.push_back({o, posicion(*o), qsizetype(lista.size())});
+            lista.push_back({ o, posicion(*o), qsizetype(lista.size()) });
             limpiar(o);
         }
         // Each object goes before the first one listed with a position at least as large:

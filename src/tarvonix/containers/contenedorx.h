@@ -6,6 +6,7 @@
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/tarvonix_export.h>
 
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -102,17 +103,20 @@ public:
         boxes, grows the control under them and asks the frame to scroll
         near the visible rectangle's edges.
     */
-    Qt::DropAction dragOver(const QMimeData *datos, Qt::DropAction efecto, int button, int shift, QPointF pos);
+    Qt::DropAction dragOver(const QMimeData *datos, Qt::DropAction efecto, int button, int shift,
+                            QPointF pos);
     /*!
         The drop at \a pos. With Shift alone, commits the move of the
         selection started here (unless locked) and reports each object with
         moved; otherwise reports the drop with droped. Answers the action taken.
     */
-    Qt::DropAction dragDrop(const QMimeData *datos, Qt::DropAction efecto, int button, int shift, QPointF pos);
+    Qt::DropAction dragDrop(const QMimeData *datos, Qt::DropAction efecto, int button, int shift,
+                            QPointF pos);
     //! The end of a drag started here, dropped or cancelled: removes the outline boxes.
     void completeDrag();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -140,6 +144,7 @@ private:
     void unselectAll();
     void alternar(const ObjetoPtr &o);
     void dibujarCaja(float x1, float y1, float x2, float y2);
+    Dummy &banda() const;
 
     void startDrag(int shift, float x, float y);
     void moverConCajas();
@@ -175,7 +180,7 @@ private:
 
     Surface m_surface;
     ChildControls m_cajas;
-    Dummy *m_box = nullptr;
+    QPointer<Dummy> m_box;
     qint16 m_borderStyle = 0;
     int m_invalidaciones = 0;
     std::unique_ptr<Ajuste> m_ajuste;
