@@ -728,6 +728,18 @@ void tst_PiernaX::selectionRepaintsOnlyTheCell()
     const QRect celda = v.geometria().celda(2, 3).toRect();
     QVERIFY(pintadas.region.boundingRect().contains(celda));
     QVERIFY(pintadas.region.boundingRect().width() <= celda.width() + 4);
+    // ... and a paint of just that rectangle draws the cell as a full paint does.
+    QImage parcial(v.vista->size(), QImage::Format_RGB32);
+    parcial.fill(Qt::red);
+    const QRect expuesto = pintadas.region.boundingRect();
+    v.vista->render(&parcial, expuesto.topLeft(), QRegion(expuesto), QWidget::DrawWindowBackground);
+    const QImage completa = pixels::grab(v.vista);
+    QCOMPARE(parcial.copy(celda), completa.copy(celda));
+    QVERIFY(pixels::count(parcial, celda, verde) > 0); // hatched now
+    // Any exposed rectangle, even one that cuts through cells.
+    const QRect corte(celda.center(), QSize(25, 25));
+    v.vista->render(&parcial, corte.topLeft(), QRegion(corte), QWidget::DrawWindowBackground);
+    QCOMPARE(parcial.copy(corte), completa.copy(corte));
 
     // Tier 12's codes end in "2001": the code does not lead to the cell, so the whole grid is repainted.
     pintadas.region = QRegion();
