@@ -83,6 +83,7 @@ QMetaMethod findMethod(const QMetaObject *meta, const QString &name, qsizetype a
 QVariant invoke(QObject *target, const QMetaMethod &method, const QVariantList &arguments)
 {
     std::array<QVariant, 10> converted;
+    std::array<QByteArray, 10> typeNames; // QGenericArgument keeps only a pointer to the name
     std::array<QGenericArgument, 10> generic;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QMetaType type = method.parameterMetaType(int(i));
@@ -90,11 +91,13 @@ QVariant invoke(QObject *target, const QMetaMethod &method, const QVariantList &
         if (type.id() != QMetaType::QVariant && converted[size_t(i)].metaType() != type
             && !converted[size_t(i)].convert(type))
             throw Error(Error::InvalidArgument);
-        if (type.id() == QMetaType::QVariant)
+        if (type.id() == QMetaType::QVariant) {
             generic[size_t(i)] = QGenericArgument("QVariant", &arguments.at(i));
-        else
-            generic[size_t(i)] = QGenericArgument(method.parameterTypeName(int(i)).constData(),
-                                                  converted[size_t(i)].constData());
+        } else {
+            typeNames[size_t(i)] = method.parameterTypeName(int(i));
+            generic[size_t(i)] =
+                QGenericArgument(typeNames[size_t(i)].constData(), converted[size_t(i)].constData());
+        }
     }
     QVariant result;
     QGenericReturnArgument returned;
