@@ -41,10 +41,10 @@ public:
         return obj;
     }
     Q_INVOKABLE bool isActive() { return true; }
-    Q_INVOKABLE void activate() {}
-    Q_INVOKABLE void Resize(QWidget *) {}
-    Q_INVOKABLE void hScroll(qint16) {}
-    Q_INVOKABLE void vScroll(qint16) {}
+    Q_INVOKABLE void activate() { }
+    Q_INVOKABLE void Resize(QWidget *) { }
+    Q_INVOKABLE void hScroll(qint16) { }
+    Q_INVOKABLE void vScroll(qint16) { }
 
     IContenedorX *contenido = nullptr;
     ObjetoPtr activo;
@@ -56,10 +56,10 @@ public:
     void clicked(const ObjetoPtr &, bool) override { ++llamadas; }
     void rightClicked(const ObjetoPtr &, bool) override { ++llamadas; }
     void droped(const QString &, const ObjetoPtr &, qint32) override { ++llamadas; }
-    void moved(const ObjetoPtr &) override {}
-    void setActive(const ObjetoPtr &, IContenedorX *, qint16) override {}
-    void ensureVisible(QWidget *) override {}
-    void remove(const ObjetoPtr &) override {}
+    void moved(const ObjetoPtr &) override { }
+    void setActive(const ObjetoPtr &, IContenedorX *, qint16) override { }
+    void ensureVisible(QWidget *) override { }
+    void remove(const ObjetoPtr &) override { }
     int llamadas = 0;
 };
 
@@ -70,7 +70,7 @@ std::shared_ptr<Pierna> piernaLlena(int filas, int largo)
     leg->setClasica(false);
     leg->setLinea(10);
     leg->setEscalas(qint16(filas));
-    const qint32 colores[] = {0x00FF00, 0x0000FF, 0xFF0000, 0x00FFFF, 0xFFFFFF, 0x808080};
+    const qint32 colores[] = { 0x00FF00, 0x0000FF, 0xFF0000, 0x00FFFF, 0xFFFFFF, 0x808080 };
     for (int t = 1; t <= filas; ++t) {
         leg->setEscala(qint16(t), qint16(largo));
         for (int p = 1; p <= largo; ++p) {
@@ -122,7 +122,7 @@ struct Medida
 Medida resumir(std::vector<double> ms)
 {
     std::sort(ms.begin(), ms.end());
-    return {ms.front(), ms[ms.size() / 2], ms.back()};
+    return { ms.front(), ms[ms.size() / 2], ms.back() };
 }
 
 void informar(const char *que, const Medida &m)
@@ -168,8 +168,7 @@ Medida rafaga(PiernaX *vista, const std::shared_ptr<Pierna> &leg, int clicks, Qt
     return resumir(tiempos);
 }
 
-template<typename F>
-Medida medir(int veces, F &&f)
+template<typename F> Medida medir(int veces, F &&f)
 {
     std::vector<double> tiempos;
     QElapsedTimer reloj;
@@ -210,8 +209,8 @@ int main(int argc, char **argv)
     vista->setObjeto(leg);
     vista->setEscala(1.0f);
     const double colocar = reloj.nsecsElapsed() / 1e6;
-    std::printf("Leg of %d tiers x %d positions; control %d x %d pixels (%s, Qt %s, platform %s)\n", filas, largo,
-                vista->width(), vista->height(),
+    std::printf("Leg of %d tiers x %d positions; control %d x %d pixels (%s, Qt %s, platform %s)\n", filas,
+                largo, vista->width(), vista->height(),
 #ifdef NDEBUG
                 "release",
 #else
@@ -249,12 +248,13 @@ int main(int argc, char **argv)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     esperarPintura(0);
     int sin = 0;
-    const auto rafagaInforme = [&](const char *que, int clicks, Qt::KeyboardModifiers mods, int f0, int f1, int c1) {
-        const Medida m = rafaga(vista, leg, clicks, mods, f0, f1, c1, sin);
-        char texto[120];
-        std::snprintf(texto, sizeof texto, "%s, %d clicks (%d without repaint)", que, clicks, sin);
-        informar(texto, m);
-    };
+    const auto rafagaInforme
+        = [&](const char *que, int clicks, Qt::KeyboardModifiers mods, int f0, int f1, int c1) {
+              const Medida m = rafaga(vista, leg, clicks, mods, f0, f1, c1, sin);
+              char texto[120];
+              std::snprintf(texto, sizeof texto, "%s, %d clicks (%d without repaint)", que, clicks, sin);
+              informar(texto, m);
+          };
     rafagaInforme("click + repaint, 800x600 view, tiers 1-9", 200, {}, 1, 9, 37);
     rafagaInforme("Ctrl-click + repaint, 800x600 view, tiers 1-9", 200, Qt::ControlModifier, 1, 9, 37);
     rafagaInforme("click + repaint, 800x600 view, tiers 10-27", 100, {}, 10, 27, 37);
