@@ -29,7 +29,8 @@ int px(double v)
 
 void mover(QWidget *widget, QPoint pos, Qt::MouseButtons buttons = Qt::LeftButton)
 {
-    QMouseEvent event(QEvent::MouseMove, pos, widget->mapToGlobal(pos), Qt::NoButton, buttons, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseMove, pos, widget->mapToGlobal(pos), Qt::NoButton, buttons,
+                      Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &event);
 }
 
@@ -116,7 +117,9 @@ void tst_Etiquetas::labelsThatDoNotFitAreLeftOut()
     strip.setPrimero(8);
     strip.setPaso(0);
     const int ancho = QFontMetrics(strip.font()).horizontalAdvance(QStringLiteral("8"));
-    const auto interior = [&](int slot) { return QRect((slot - 1) * (ancho + 1) + 2, 2, ancho - 1, 16); };
+    const auto interior = [&](int slot) {
+        return QRect((slot - 1) * (ancho + 1) + 2, 2, ancho - 1, 16);
+    };
 
     // As wide as the slot: not printed (the test is strictly less).
     strip.setSeparacion(float(ancho));
@@ -250,7 +253,7 @@ void tst_Etiquetas::dropsOnlyWhenAccepted()
     qint32 respuesta = -1;
     connect(strip, &etiquetas::OLEDragDrop,
             [&](const QMimeData *d, qint32 *effect, int button, int shift, float, float, int etiqueta) {
-                drops.push_back({d->text(), *effect, button, shift, etiqueta});
+                drops.push_back({ d->text(), *effect, button, shift, etiqueta });
                 if (respuesta >= 0)
                     *effect = respuesta;
             });
@@ -310,9 +313,10 @@ void tst_Etiquetas::propertiesRoundTrip()
     etiquetas copia;
     copia.readProperties(bag);
     QCOMPARE(copia.size(), QSize(228, 18));
-    for (const char *name : {"Sentido", "Separacion", "Numerar", "Paso", "Primero", "BackColor", "ForeColor", "texto",
-                             "Efecto", "OLEDropMode", "font"}) {
-        QCOMPARE(LateBinding::get(&copia, QLatin1String(name)), LateBinding::get(&strip, QLatin1String(name)));
+    for (const char *name : { "Sentido", "Separacion", "Numerar", "Paso", "Primero", "BackColor", "ForeColor",
+                              "texto", "Efecto", "OLEDropMode", "font" }) {
+        QCOMPARE(LateBinding::get(&copia, QLatin1String(name)),
+                 LateBinding::get(&strip, QLatin1String(name)));
     }
 
     // Keys match without regard to case; a missing key reads its default.
@@ -343,8 +347,9 @@ void tst_Etiquetas::badSpacingIsReportedNotHung()
     strip.resize(60, 20);
     strip.setSeparacion(-1);
     const QImage image = pixels::grab(&strip);
-    QCOMPARE(catcher.messages(),
-             QStringList{QStringLiteral("Etiquetas.UserControl_Paint->Invalid procedure call or argument")});
+    QCOMPARE(
+        catcher.messages(),
+        QStringList { QStringLiteral("Etiquetas.UserControl_Paint->Invalid procedure call or argument") });
     QCOMPARE(pixels::at(image, 30, 19), sombra); // partly drawn: the outline stands
 
     QSignalSpy clicks(&strip, &etiquetas::Click);

@@ -81,8 +81,8 @@ void tst_GeometriaCeldas::everyCellHitsItself()
             const QRectF celda = g.celda(t, p);
             QCOMPARE(celda.width(), escala * 20);
             const double abajo = std::min(g.ladoCelda() - 1, g.pasoFila());
-            for (const QPointF &punto : {celda.center(), celda.topLeft() + QPointF(0, 1),
-                                         celda.topLeft() + QPointF(g.ladoCelda() - 1, abajo)}) {
+            for (const QPointF &punto : { celda.center(), celda.topLeft() + QPointF(0, 1),
+                                          celda.topLeft() + QPointF(g.ladoCelda() - 1, abajo) }) {
                 const GeometriaCeldas::Celda hit = g.sobre(punto.x(), punto.y());
                 QCOMPARE(int(hit.fila), t);
                 QCOMPARE(int(hit.columna), p);

@@ -173,7 +173,7 @@ void tst_PiernaX::layoutFollowsTheLeg()
     vista.setObjeto(nuevaPierna(filas, largo, clasica, false));
     vista.setEscala(escala);
     QCOMPARE(vista.size(), tamano);
-    QCOMPARE(frame.calls, (QStringList{QStringLiteral("Resize"), QStringLiteral("Resize")}));
+    QCOMPARE(frame.calls, (QStringList { QStringLiteral("Resize"), QStringLiteral("Resize") }));
 
     const double lado = escala * 20;
     const double solape = clasica ? 3 : 0;
@@ -199,29 +199,35 @@ void tst_PiernaX::layoutFollowsTheLeg()
 void tst_PiernaX::cellsAreDrawnFromTheirObjects()
 {
     auto leg = nuevaPierna(3, 4, false);
-    const auto lote = [&](int t, int p) { return leg->getObjeto(qint16(t), qint16(p)); };
-    lote(1, 2)->setSeleccionado(true);          // green hatch over the background
-    lote(1, 3)->setColor(0xFFFFFF);             // white, selected: hatched in black
+    const auto lote = [&](int t, int p) {
+        return leg->getObjeto(qint16(t), qint16(p));
+    };
+    lote(1, 2)->setSeleccionado(true); // green hatch over the background
+    lote(1, 3)->setColor(0xFFFFFF); // white, selected: hatched in black
     lote(1, 3)->setSeleccionado(true);
-    lote(1, 4)->setActivo(true);                // dotted outline
-    leg->setObjeto(2, 1, nullptr);              // empty: circle with a plus
-    lote(2, 2)->setForma(2);                    // a circle
-    lote(2, 3)->setColor(0x0000FF);             // dark: white text
+    lote(1, 4)->setActivo(true); // dotted outline
+    leg->setObjeto(2, 1, nullptr); // empty: circle with a plus
+    lote(2, 2)->setForma(2); // a circle
+    lote(2, 3)->setColor(0x0000FF); // dark: white text
     lote(2, 3)->setTip(QStringLiteral("7"));
     lote(2, 4)->setTip(QStringLiteral("WWWWWWWW")); // too wide: dropped
-    lote(3, 1)->setColor(0xFFFF00);             // light (cyan): black text
+    lote(3, 1)->setColor(0xFFFF00); // light (cyan): black text
     lote(3, 1)->setTip(QStringLiteral("7"));
     Vista v(leg);
     const QImage image = pixels::grab(v.vista);
     const GeometriaCeldas g = v.geometria();
-    const auto celda = [&](int t, int p) { return g.celda(t, p).toRect(); };
-    const auto dentro = [&](int t, int p) { return celda(t, p).adjusted(1, 1, -1, -1); }; // 18 x 18
+    const auto celda = [&](int t, int p) {
+        return g.celda(t, p).toRect();
+    };
+    const auto dentro = [&](int t, int p) {
+        return celda(t, p).adjusted(1, 1, -1, -1);
+    }; // 18 x 18
 
     // Tier 1 spans y 42 to 61, position 1 x 21 to 40.
     QCOMPARE(celda(1, 1), QRect(21, 42, 20, 20));
     QCOMPARE(pixels::count(image, dentro(1, 1), verde), 18 * 18);
     QCOMPARE(pixels::count(image, QRect(21, 42, 20, 1), negro), 20); // solid outline
-    QCOMPARE(pixels::at(image, 41, 50), blanco);                      // one-pixel gap
+    QCOMPARE(pixels::at(image, 41, 50), blanco); // one-pixel gap
 
     const int hatch = pixels::count(image, dentro(1, 2), verde);
     QVERIFY(hatch > 18 && hatch < 18 * 9);
@@ -294,7 +300,7 @@ void tst_PiernaX::groupLinesAndStrips()
     Vista v(leg);
     QImage image = pixels::grab(v.vista);
     const GeometriaCeldas g = v.geometria();
-    for (int q : {6, 11}) {
+    for (int q : { 6, 11 }) {
         const int x = 20 + (q - 1) * 21;
         QCOMPARE(pixels::count(image, QRect(x, 0, 1, int(g.y(1)) + 20), negro), int(g.y(1)) + 20);
     }
@@ -308,7 +314,8 @@ void tst_PiernaX::groupLinesAndStrips()
         const QString label = QString::number(t);
         const QPoint origin(px((20 - metrics.horizontalAdvance(label)) / 2.0),
                             px(g.y(t) + (20 - metrics.height()) / 2.0));
-        QVERIFY2(pixels::showsText(image, origin, label, fuente, negro, QColor(0xC0, 0xC0, 0xC0)), qPrintable(label));
+        QVERIFY2(pixels::showsText(image, origin, label, fuente, negro, QColor(0xC0, 0xC0, 0xC0)),
+                 qPrintable(label));
     }
     // The position strip: a separator in the gap column in front of every position.
     const int fila = v.vista->height() - 21;
@@ -317,7 +324,8 @@ void tst_PiernaX::groupLinesAndStrips()
         const QString label = QString::number(p);
         const QPoint origin(px(20 + (p - 1) * 21 + (20 - metrics.horizontalAdvance(label)) / 2.0),
                             px(fila + (20 - metrics.height()) / 2.0));
-        QVERIFY2(pixels::showsText(image, origin, label, fuente, negro, QColor(0xC0, 0xC0, 0xC0)), qPrintable(label));
+        QVERIFY2(pixels::showsText(image, origin, label, fuente, negro, QColor(0xC0, 0xC0, 0xC0)),
+                 qPrintable(label));
     }
 
     // Classic: the gap column in front of position 6 of tier 1 stays clear.
@@ -336,14 +344,22 @@ void tst_PiernaX::clicksReportWhatIsHit_data()
     QTest::addColumn<QString>("activo");
 
     // Three plain tiers: H = 83, tier 1 spans y 42 to 61, tier 2 y 21 to 40; (2, 3) is empty.
-    QTest::newRow("tier 1, position 1") << QPoint(25, 50) << false << "clicked(L1.1,false)" << "L1.1";
-    QTest::newRow("tier 1, position 2") << QPoint(46, 50) << false << "clicked(L1.2,false)" << "L1.2";
-    QTest::newRow("tier 2, position 1") << QPoint(25, 30) << false << "clicked(L2.1,false)" << "L2.1";
-    QTest::newRow("top edge of tier 2") << QPoint(25, 21) << false << "clicked(L3.1,false)" << "L3.1";
-    QTest::newRow("right button") << QPoint(25, 50) << true << "rightClicked(L1.1,false)" << "L1.1";
-    QTest::newRow("empty position") << QPoint(70, 30) << false << "clicked(P012003,true)" << "P012003";
-    QTest::newRow("empty, right") << QPoint(70, 30) << true << "rightClicked(P012003,true)" << "P012003";
-    QTest::newRow("outside the positions") << QPoint(90, 50) << false << "clicked(P01,false)" << "P01";
+    QTest::newRow("tier 1, position 1") << QPoint(25, 50) << false << "clicked(L1.1,false)"
+                                        << "L1.1";
+    QTest::newRow("tier 1, position 2") << QPoint(46, 50) << false << "clicked(L1.2,false)"
+                                        << "L1.2";
+    QTest::newRow("tier 2, position 1") << QPoint(25, 30) << false << "clicked(L2.1,false)"
+                                        << "L2.1";
+    QTest::newRow("top edge of tier 2") << QPoint(25, 21) << false << "clicked(L3.1,false)"
+                                        << "L3.1";
+    QTest::newRow("right button") << QPoint(25, 50) << true << "rightClicked(L1.1,false)"
+                                  << "L1.1";
+    QTest::newRow("empty position") << QPoint(70, 30) << false << "clicked(P012003,true)"
+                                    << "P012003";
+    QTest::newRow("empty, right") << QPoint(70, 30) << true << "rightClicked(P012003,true)"
+                                  << "P012003";
+    QTest::newRow("outside the positions") << QPoint(90, 50) << false << "clicked(P01,false)"
+                                           << "P01";
 }
 
 void tst_PiernaX::clicksReportWhatIsHit()
@@ -357,10 +373,10 @@ void tst_PiernaX::clicksReportWhatIsHit()
     Vista v(leg);
     QCOMPARE(v.vista->height(), 83);
     QTest::mouseClick(v.vista, derecho ? Qt::RightButton : Qt::LeftButton, Qt::NoModifier, punto);
-    QCOMPARE(v.mapa.log(), QStringList{informe});
+    QCOMPARE(v.mapa.log(), QStringList { informe });
     QCOMPARE(v.frame.calls.last(), QStringLiteral("setActive(%1)").arg(activo));
     // A plain press selects an object alone; an empty position or the leg selects nothing.
-    QCOMPARE(v.seleccion(), activo.startsWith(u'L') ? QStringList{activo} : QStringList{});
+    QCOMPARE(v.seleccion(), activo.startsWith(u'L') ? QStringList { activo } : QStringList {});
 }
 
 void tst_PiernaX::ctrlAndGroupSelection()
@@ -368,21 +384,22 @@ void tst_PiernaX::ctrlAndGroupSelection()
     Vista v(nuevaPierna(2, 3, false));
     v.frame.callBack = true; // the frame marks the active object back on the control
     v.click(1, 1);
-    QCOMPARE(v.seleccion(), QStringList{"L1.1"});
+    QCOMPARE(v.seleccion(), QStringList { "L1.1" });
     QVERIFY(v.en(1, 1)->getActivo());
 
     // Ctrl+press changes nothing; the Ctrl+release toggles and reports multi.
     QTest::mousePress(v.vista, Qt::LeftButton, Qt::ControlModifier, v.centro(1, 2));
-    QCOMPARE(v.seleccion(), QStringList{"L1.1"});
+    QCOMPARE(v.seleccion(), QStringList { "L1.1" });
     QTest::mouseRelease(v.vista, Qt::LeftButton, Qt::ControlModifier, v.centro(1, 2));
-    QCOMPARE(v.seleccion(), (QStringList{"L1.1", "L1.2"}));
+    QCOMPARE(v.seleccion(), (QStringList { "L1.1", "L1.2" }));
     QVERIFY(v.en(1, 2)->getSeleccionado());
     v.click(1, 3, Qt::ControlModifier);
     v.click(1, 1, Qt::ControlModifier); // off again
     QVERIFY(!v.en(1, 1)->getSeleccionado());
     v.click(1, 1, Qt::ControlModifier);
     QCOMPARE(v.mapa.log().mid(1),
-             (QStringList{"clicked(L1.2,true)", "clicked(L1.3,true)", "clicked(L1.1,true)", "clicked(L1.1,true)"}));
+             (QStringList { "clicked(L1.2,true)", "clicked(L1.3,true)", "clicked(L1.1,true)",
+                            "clicked(L1.1,true)" }));
     QCOMPARE(v.seleccion().size(), 3);
 
     // A press on one of the group keeps the group (to drag it); the release narrows it.
@@ -390,13 +407,13 @@ void tst_PiernaX::ctrlAndGroupSelection()
     QTest::mousePress(v.vista, Qt::LeftButton, Qt::NoModifier, v.centro(1, 2));
     QCOMPARE(v.seleccion().size(), 3);
     QTest::mouseRelease(v.vista, Qt::LeftButton, Qt::NoModifier, v.centro(1, 2));
-    QCOMPARE(v.seleccion(), QStringList{"L1.2"});
+    QCOMPARE(v.seleccion(), QStringList { "L1.2" });
     QVERIFY(!v.en(1, 1)->getSeleccionado() && !v.en(1, 3)->getSeleccionado());
-    QCOMPARE(v.mapa.log(), QStringList{"clicked(L1.2,false)"});
+    QCOMPARE(v.mapa.log(), QStringList { "clicked(L1.2,false)" });
 
     // A right click with Ctrl changes nothing.
     v.click(2, 2, Qt::ControlModifier, Qt::RightButton);
-    QCOMPARE(v.seleccion(), QStringList{"L1.2"});
+    QCOMPARE(v.seleccion(), QStringList { "L1.2" });
     QCOMPARE(v.mapa.log().last(), QStringLiteral("rightClicked(L2.2,true)"));
 }
 
@@ -407,11 +424,11 @@ void tst_PiernaX::shiftSelectsARectangle()
     // Either direction.
     v.click(1, 1);
     v.click(2, 3, Qt::ShiftModifier);
-    QCOMPARE(v.seleccion(), (QStringList{"L1.1", "L1.2", "L1.3", "L2.1", "L2.2", "L2.3"}));
+    QCOMPARE(v.seleccion(), (QStringList { "L1.1", "L1.2", "L1.3", "L2.1", "L2.2", "L2.3" }));
     QCOMPARE(v.mapa.log().last(), QStringLiteral("clicked(L2.3,true)"));
     v.click(3, 3);
     v.click(2, 1, Qt::ShiftModifier);
-    QCOMPARE(v.seleccion(), (QStringList{"L3.3", "L3.2", "L3.1", "L2.3", "L2.2", "L2.1"}));
+    QCOMPARE(v.seleccion(), (QStringList { "L3.3", "L3.2", "L3.1", "L2.3", "L2.2", "L2.1" }));
     for (int p = 1; p <= 3; ++p)
         QVERIFY(!v.en(1, p)->getSeleccionado() && v.en(2, p)->getSeleccionado());
 
@@ -420,17 +437,19 @@ void tst_PiernaX::shiftSelectsARectangle()
     leg->setObjeto(2, 2, nullptr);
     v.click(1, 1);
     v.click(3, 3, Qt::ShiftModifier);
-    QCOMPARE(catcher.messages(), QStringList{"PiernaX.selectRectangle->" + noSet});
-    QCOMPARE(v.seleccion(), (QStringList{"L1.1", "L1.2", "L1.3", "L2.1"}));
+    QCOMPARE(catcher.messages(), QStringList { "PiernaX.selectRectangle->" + noSet });
+    QCOMPARE(v.seleccion(), (QStringList { "L1.1", "L1.2", "L1.3", "L2.1" }));
 
     // So does an object placed twice.
     catcher.clear();
     leg->setObjeto(1, 2, leg->getObjeto(1, 1));
     v.click(1, 1);
     v.click(1, 3, Qt::ShiftModifier);
-    QCOMPARE(catcher.messages(),
-             QStringList{"PiernaX.selectRectangle->This key is already associated with an element of this collection"});
-    QCOMPARE(v.seleccion(), QStringList{"L1.1"});
+    QCOMPARE(
+        catcher.messages(),
+        QStringList {
+            "PiernaX.selectRectangle->This key is already associated with an element of this collection" });
+    QCOMPARE(v.seleccion(), QStringList { "L1.1" });
 }
 
 void tst_PiernaX::tierPickAndRubberBand()
@@ -438,21 +457,21 @@ void tst_PiernaX::tierPickAndRubberBand()
     Vista v(nuevaPierna(3, 4, false));
     // The top slot of the tier strip is the highest tier; the tier alone is selected, its flag untouched.
     QTest::mouseClick(v.escalas(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 5));
-    QCOMPARE(v.mapa.log(), QStringList{"clicked(P013000,false)"});
-    QCOMPARE(v.seleccion(), QStringList{"P013000"});
+    QCOMPARE(v.mapa.log(), QStringList { "clicked(P013000,false)" });
+    QCOMPARE(v.seleccion(), QStringList { "P013000" });
     QVERIFY(!v.pierna->getEscala(3)->getSeleccionado());
     QTest::mouseClick(v.escalas(), Qt::RightButton, Qt::NoModifier, QPoint(10, 50));
     QCOMPARE(v.mapa.log().last(), QStringLiteral("rightClicked(P011000,false)"));
     QCOMPARE(v.frame.calls.last(), QStringLiteral("setActive(P011000)"));
     // A cell drops the tier before it is selected.
     v.click(2, 2);
-    QCOMPARE(v.seleccion(), QStringList{"L2.2"});
+    QCOMPARE(v.seleccion(), QStringList { "L2.2" });
 
     // A band from outside the positions takes the cells wholly inside it. The press clears the selection.
     v.mapa.clear();
     auto *caja = v.vista->findChild<QWidget *>(QStringLiteral("Caja"));
     QTest::mousePress(v.vista, Qt::LeftButton, Qt::NoModifier, QPoint(5, 82));
-    QCOMPARE(v.seleccion(), QStringList{});
+    QCOMPARE(v.seleccion(), QStringList {});
     v.mover(QPoint(8, 80)); // not far enough yet
     QVERIFY(caja->isHidden());
     v.mover(QPoint(95, 41));
@@ -461,7 +480,7 @@ void tst_PiernaX::tierPickAndRubberBand()
     QTest::mouseRelease(v.vista, Qt::LeftButton, Qt::NoModifier, QPoint(95, 41));
     QVERIFY(caja->isHidden());
     // Positions 1 to 3 of tier 1 lie inside; position 4 (x 84 to 103) only partly.
-    QCOMPARE(v.seleccion(), (QStringList{"L1.1", "L1.2", "L1.3"}));
+    QCOMPARE(v.seleccion(), (QStringList { "L1.1", "L1.2", "L1.3" }));
     QVERIFY(v.mapa.log().isEmpty());
 
     // The band toggles: a cell selected meanwhile is unselected, one outside the band stays.
@@ -470,7 +489,7 @@ void tst_PiernaX::tierPickAndRubberBand()
     v.vista->seleccionar(QStringLiteral("P011002"));
     v.vista->seleccionar(QStringLiteral("P012004"));
     QTest::mouseRelease(v.vista, Qt::LeftButton, Qt::NoModifier, QPoint(95, 41));
-    QCOMPARE(v.seleccion(), (QStringList{"L2.4", "L1.1", "L1.3"}));
+    QCOMPARE(v.seleccion(), (QStringList { "L2.4", "L1.1", "L1.3" }));
     QVERIFY(!v.en(1, 2)->getSeleccionado());
 }
 
@@ -497,8 +516,8 @@ void tst_PiernaX::dragsCarryTheFrameName()
 
     // A picked tier drags from the tier strip; a press on nothing bands instead of dragging.
     QTest::mousePress(v.escalas(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 5));
-    QMouseEvent move(QEvent::MouseMove, QPointF(10, 15), v.escalas()->mapToGlobal(QPointF(10, 15)), Qt::NoButton,
-                     Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, QPointF(10, 15), v.escalas()->mapToGlobal(QPointF(10, 15)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(v.escalas(), &move);
     QCOMPARE(driver.started(), 2);
     driver.finish();
@@ -530,8 +549,9 @@ void tst_PiernaX::dropsReportTheirTarget()
     QCOMPARE(DragDriver::dropData(v.escalas(), QPoint(10, 5), &imagen), Qt::IgnoreAction);
     // Nothing is dropped on the position strip.
     QCOMPARE(DragDriver::dropData(v.ubicaciones(), QPoint(10, 5), &texto), Qt::IgnoreAction);
-    QCOMPARE(v.mapa.log(), (QStringList{"droped(D7,L1.3,0)", "droped(D7,P012002,2)", "droped(D7,P01,0)",
-                                        "droped(D7,P012000,0)"}));
+    QCOMPARE(v.mapa.log(),
+             (QStringList { "droped(D7,L1.3,0)", "droped(D7,P012002,2)", "droped(D7,P01,0)",
+                            "droped(D7,P012000,0)" }));
 }
 
 void tst_PiernaX::dragOverActivatesAndScrolls_data()
@@ -539,12 +559,12 @@ void tst_PiernaX::dragOverActivatesAndScrolls_data()
     QTest::addColumn<QPoint>("punto");
     QTest::addColumn<QStringList>("llamadas");
     // Viewport (100, 50) to (400, 200), with a margin of 40.
-    QTest::newRow("middle") << QPoint(250, 120) << QStringList{};
-    QTest::newRow("39 inside the left edge") << QPoint(139, 120) << QStringList{"hScroll(-1)"};
-    QTest::newRow("40 inside the left edge") << QPoint(140, 120) << QStringList{};
-    QTest::newRow("near the right edge") << QPoint(361, 120) << QStringList{"hScroll(1)"};
-    QTest::newRow("near the top") << QPoint(250, 89) << QStringList{"vScroll(-1)"};
-    QTest::newRow("near the bottom-left") << QPoint(120, 170) << QStringList{"hScroll(-1)", "vScroll(1)"};
+    QTest::newRow("middle") << QPoint(250, 120) << QStringList {};
+    QTest::newRow("39 inside the left edge") << QPoint(139, 120) << QStringList { "hScroll(-1)" };
+    QTest::newRow("40 inside the left edge") << QPoint(140, 120) << QStringList {};
+    QTest::newRow("near the right edge") << QPoint(361, 120) << QStringList { "hScroll(1)" };
+    QTest::newRow("near the top") << QPoint(250, 89) << QStringList { "vScroll(-1)" };
+    QTest::newRow("near the bottom-left") << QPoint(120, 170) << QStringList { "hScroll(-1)", "vScroll(1)" };
 }
 
 void tst_PiernaX::dragOverActivatesAndScrolls()
@@ -556,12 +576,12 @@ void tst_PiernaX::dragOverActivatesAndScrolls()
     QMimeData texto;
     texto.setText(QStringLiteral("D7"));
     DragDriver::moveData(v.vista, punto, &texto);
-    QCOMPARE(v.frame.calls, QStringList{"isActive"} + llamadas);
+    QCOMPARE(v.frame.calls, QStringList { "isActive" } + llamadas);
     // One step per drag-over event; an inactive frame is activated first.
     v.frame.calls.clear();
     v.frame.setPActive(false);
     DragDriver::moveData(v.vista, punto, &texto);
-    QCOMPARE(v.frame.calls, (QStringList{"isActive", "activate"} + llamadas));
+    QCOMPARE(v.frame.calls, (QStringList { "isActive", "activate" } + llamadas));
 }
 
 void tst_PiernaX::containerContract()
@@ -585,7 +605,7 @@ void tst_PiernaX::containerContract()
     v.en(1, 1)->setSeleccionado(false);
     contrato->seleccionar(QStringLiteral("P012001"));
     contrato->seleccionar(QStringLiteral("P012001"));
-    QCOMPARE(v.seleccion(), QStringList{"L2.1"});
+    QCOMPARE(v.seleccion(), QStringList { "L2.1" });
 
     contrato->setActivo(leg, true); // the leg itself is left alone
     QVERIFY(!leg->getActivo());
@@ -601,12 +621,13 @@ void tst_PiernaX::containerContract()
     contrato->distribuirHorizontal();
     contrato->distribuirVertical();
     QCOMPARE(v.vista->size(), size);
-    QCOMPARE(v.seleccion(), QStringList{"L2.1"});
+    QCOMPARE(v.seleccion(), QStringList { "L2.1" });
 
     LateBinding::set(v.vista, QStringLiteral("FontSize"), 14);
     LateBinding::set(v.vista, QStringLiteral("FontName"), QStringLiteral("DejaVu Serif"));
     QCOMPARE(v.vista->font().pointSize(), 14);
-    QCOMPARE(LateBinding::get(v.vista, QStringLiteral("FontName")).toString(), QStringLiteral("DejaVu Serif"));
+    QCOMPARE(LateBinding::get(v.vista, QStringLiteral("FontName")).toString(),
+             QStringLiteral("DejaVu Serif"));
 
     QWidget *created = ControlRegistry::instance().create(QStringLiteral("Tarvonix.PiernaX"));
     QVERIFY(qobject_cast<PiernaX *>(created));
@@ -622,22 +643,24 @@ void tst_PiernaX::badInputIsReportedNotCrashed()
         PiernaX vista(&frame);
         vista.resize(100, 100);
         (void)pixels::grab(&vista);
-        QCOMPARE(catcher.messages(), QStringList{"PiernaX.dibujarTodo->" + noSet});
+        QCOMPARE(catcher.messages(), QStringList { "PiernaX.dibujarTodo->" + noSet });
         catcher.clear();
         QTest::mouseClick(&vista, Qt::LeftButton, Qt::NoModifier, QPoint(50, 50));
-        QCOMPARE(catcher.messages(), (QStringList{"PiernaX.sobreQuien->" + noSet, "PiernaX.MouseDown->" + noSet,
-                                                   "PiernaX.sobreQuien->" + noSet, "PiernaX.MouseUp->" + noSet}));
+        QCOMPARE(catcher.messages(),
+                 (QStringList { "PiernaX.sobreQuien->" + noSet, "PiernaX.MouseDown->" + noSet,
+                                "PiernaX.sobreQuien->" + noSet, "PiernaX.MouseUp->" + noSet }));
         catcher.clear();
         vista.seleccionar(QStringLiteral("P011001"));
-        QCOMPARE(catcher.messages(), QStringList{"PiernaX.IContenedorX_seleccionar->" + noSet});
+        QCOMPARE(catcher.messages(), QStringList { "PiernaX.IContenedorX_seleccionar->" + noSet });
 
         // A leg whose grid was never built.
         catcher.clear();
         auto vacia = std::make_shared<Pierna>();
         vista.setObjeto(vacia);
         (void)pixels::grab(&vista);
-        QCOMPARE(catcher.messages(), (QStringList{"PiernaX.validarControl->Subscript out of range",
-                                                   "PiernaX.dibujarTodo->Subscript out of range"}));
+        QCOMPARE(catcher.messages(),
+                 (QStringList { "PiernaX.validarControl->Subscript out of range",
+                                "PiernaX.dibujarTodo->Subscript out of range" }));
     }
     {
         // Cell sizes that make no grid.
@@ -649,13 +672,14 @@ void tst_PiernaX::badInputIsReportedNotCrashed()
         vista.setObjeto(leg);
         QVERIFY(catcher.messages().isEmpty());
         vista.setEscala(-1);
-        QCOMPARE(catcher.messages(), QStringList{"PiernaX.validarControl->Invalid procedure call or argument"});
+        QCOMPARE(catcher.messages(),
+                 QStringList { "PiernaX.validarControl->Invalid procedure call or argument" });
         vista.setEscala(0); // tiers closer than they are high: a negative height
         QCOMPARE(catcher.messages().size(), 2);
         vista.setEscala(std::nanf(""));
         vista.setEscala(1e30f);
-        QCOMPARE(catcher.messages().mid(2), (QStringList{"PiernaX.validarControl->Overflow",
-                                                          "PiernaX.validarControl->Overflow"}));
+        QCOMPARE(catcher.messages().mid(2),
+                 (QStringList { "PiernaX.validarControl->Overflow", "PiernaX.validarControl->Overflow" }));
         (void)pixels::grab(&vista);
         // Cells 2 pixels high that overlap by 3: no tier pitch, no tier strip.
         catcher.clear();
@@ -669,36 +693,38 @@ void tst_PiernaX::badInputIsReportedNotCrashed()
         catcher.clear();
         vista.setEscala(1);
         QTest::mouseClick(&vista, Qt::LeftButton, Qt::NoModifier, QPoint(25, vista.height() - 30));
-        QCOMPARE(catcher.messages(), QStringList{"PiernaX.MouseUp->" + noSet});
+        QCOMPARE(catcher.messages(), QStringList { "PiernaX.MouseUp->" + noSet });
     }
     {
         // No frame around the control.
         catcher.clear();
         PiernaX vista;
         vista.setObjeto(nuevaPierna(2, 2, false));
-        QCOMPARE(catcher.messages(), QStringList{"PiernaX.validarControl->" + noSet});
+        QCOMPARE(catcher.messages(), QStringList { "PiernaX.validarControl->" + noSet });
         catcher.clear();
         vista.resize(200, 200);
         QTest::mouseClick(&vista, Qt::LeftButton, Qt::NoModifier, QPoint(25, 150));
-        QCOMPARE(catcher.messages(), (QStringList{"PiernaX.MouseDown->" + noSet, "PiernaX.MouseUp->" + noSet}));
+        QCOMPARE(catcher.messages(),
+                 (QStringList { "PiernaX.MouseDown->" + noSet, "PiernaX.MouseUp->" + noSet }));
     }
     {
         // 100 tiers: from tier 33 on the codes wrap, and codes no longer name their cell.
         catcher.clear();
         Vista v(nuevaPierna(100, 2, false));
         v.click(50, 2);
-        QCOMPARE(v.mapa.log(), QStringList{"clicked(L50.2,false)"});
-        QCOMPARE(v.seleccion(), QStringList{"L50.2"});
+        QCOMPARE(v.mapa.log(), QStringList { "clicked(L50.2,false)" });
+        QCOMPARE(v.seleccion(), QStringList { "L50.2" });
         v.vista->seleccionar(v.pierna->getUbicacion(35, 1)->getCodigo()); // "P01-30535" names tier 0
-        QCOMPARE(v.seleccion(), QStringList{"L50.2"});
+        QCOMPARE(v.seleccion(), QStringList { "L50.2" });
         (void)pixels::grab(v.vista);
         // Codes without a number, or too short to hold a cell.
         v.vista->seleccionar(QStringLiteral("P1"));
         v.vista->seleccionar(QString());
         v.vista->seleccionar(QStringLiteral("12")); // tier 0: nothing there
-        QCOMPARE(catcher.messages(), (QStringList{"PiernaX.IContenedorX_seleccionar->Type mismatch",
-                                                   "PiernaX.IContenedorX_seleccionar->Type mismatch"}));
-        QCOMPARE(v.seleccion(), QStringList{"L50.2"});
+        QCOMPARE(catcher.messages(),
+                 (QStringList { "PiernaX.IContenedorX_seleccionar->Type mismatch",
+                                "PiernaX.IContenedorX_seleccionar->Type mismatch" }));
+        QCOMPARE(v.seleccion(), QStringList { "L50.2" });
         // Every position filled with one object.
         catcher.clear();
         auto uno = v.en(1, 1);
@@ -707,7 +733,7 @@ void tst_PiernaX::badInputIsReportedNotCrashed()
                 v.pierna->setObjeto(qint16(t), qint16(p), uno);
         v.vista->deseleccionarTodos();
         v.vista->seleccionarTodos();
-        QCOMPARE(v.seleccion(), QStringList{"L1.1"});
+        QCOMPARE(v.seleccion(), QStringList { "L1.1" });
         (void)pixels::grab(v.vista);
         QVERIFY(catcher.messages().isEmpty());
     }
@@ -728,6 +754,18 @@ void tst_PiernaX::selectionRepaintsOnlyTheCell()
     const QRect celda = v.geometria().celda(2, 3).toRect();
     QVERIFY(pintadas.region.boundingRect().contains(celda));
     QVERIFY(pintadas.region.boundingRect().width() <= celda.width() + 4);
+    // ... and a paint of just that rectangle draws the cell as a full paint does.
+    QImage parcial(v.vista->size(), QImage::Format_RGB32);
+    parcial.fill(Qt::red);
+    const QRect expuesto = pintadas.region.boundingRect();
+    v.vista->render(&parcial, expuesto.topLeft(), QRegion(expuesto), QWidget::DrawWindowBackground);
+    const QImage completa = pixels::grab(v.vista);
+    QCOMPARE(parcial.copy(celda), completa.copy(celda));
+    QVERIFY(pixels::count(parcial, celda, verde) > 0); // hatched now
+    // Any exposed rectangle, even one that cuts through cells.
+    const QRect corte(celda.center(), QSize(25, 25));
+    v.vista->render(&parcial, corte.topLeft(), QRegion(corte), QWidget::DrawWindowBackground);
+    QCOMPARE(parcial.copy(corte), completa.copy(corte));
 
     // Tier 12's codes end in "2001": the code does not lead to the cell, so the whole grid is repainted.
     pintadas.region = QRegion();

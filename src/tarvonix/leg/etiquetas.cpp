@@ -156,7 +156,8 @@ void etiquetas::pintar()
     m_surface.setBackColor(m_backColor);
     m_surface.clear(0, 0, width(), height());
     // 1. The shade for separators and outline. A system colour is shaded as the colour it shows.
-    const qint32 fondo = isSystemColour(m_backColor) ? fromQColor(toQColor(m_backColor, palette())) : m_backColor;
+    const qint32 fondo
+        = isSystemColour(m_backColor) ? fromQColor(toQColor(m_backColor, palette())) : m_backColor;
     const qint32 sombra = Color::sombrearColor(fondo, 0.7);
     // 2. The outline.
     m_surface.setForeColor(sombra);

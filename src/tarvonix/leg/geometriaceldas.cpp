@@ -23,8 +23,7 @@ GeometriaCeldas::GeometriaCeldas(double alto, double escala, bool clasica)
     : m_alto(alto)
     , m_lado(escala * 20)
     , m_clasica(clasica)
-{
-}
+{ }
 
 double GeometriaCeldas::y(int t) const
 {
@@ -47,8 +46,8 @@ GeometriaCeldas::Celda GeometriaCeldas::sobre(double x, double y) const
     // 1. The tier, counted from the band below the grid.
     celda.fila = toInt16(qint64(parteEntera(m_alto - y - m_lado - 1 - margen, pasoFila())) + 2);
     // 2. The position, undoing the shift of that tier.
-    celda.columna = toInt16(
-        qint64(parteEntera(x - (celda.fila - 1) * desplazamiento() - margen, pasoColumna())) + 1);
+    celda.columna
+        = toInt16(qint64(parteEntera(x - (celda.fila - 1) * desplazamiento() - margen, pasoColumna())) + 1);
     return celda;
 }
 

@@ -26,8 +26,8 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QPointer>
 
 #include <cmath>
@@ -131,9 +131,8 @@ PiernaX::PiernaX(QWidget *parent)
     connect(m_escalas, &etiquetas::RightClick, this, [this](int etiqueta) { escalasClick(etiqueta, true); });
     connect(m_escalas, &etiquetas::OLEStartDrag, this, [this](float, float, int) { escalasOLEStartDrag(); });
     connect(m_escalas, &etiquetas::OLEDragDrop, this,
-            [this](const QMimeData *datos, qint32 *effect, int button, int shift, float, float, int etiqueta) {
-                escalasOLEDragDrop(datos, effect, button, shift, etiqueta);
-            });
+            [this](const QMimeData *datos, qint32 *effect, int button, int shift, float, float,
+                   int etiqueta) { escalasOLEDragDrop(datos, effect, button, shift, etiqueta); });
 }
 
 PiernaX::~PiernaX() = default;
@@ -223,7 +222,7 @@ IMapaX &PiernaX::root() const
 ObjetoPtr PiernaX::activarEnContenedor(const ObjetoPtr &objeto)
 {
     // The frame answers with the object it made active, normally the one given.
-    return LateBinding::call(contenedor(), QStringLiteral("setActive"), {QVariant::fromValue(objeto)})
+    return LateBinding::call(contenedor(), QStringLiteral("setActive"), { QVariant::fromValue(objeto) })
         .value<ObjetoPtr>();
 }
 
@@ -284,29 +283,17 @@ void PiernaX::setEscala(float escala)
     update();
 }
 
-void PiernaX::setBloqueo(bool)
-{
-}
+void PiernaX::setBloqueo(bool) { }
 
-void PiernaX::alinearHorizontal(const ObjetoPtr &)
-{
-}
+void PiernaX::alinearHorizontal(const ObjetoPtr &) { }
 
-void PiernaX::alinearVertical(const ObjetoPtr &)
-{
-}
+void PiernaX::alinearVertical(const ObjetoPtr &) { }
 
-void PiernaX::igualarDimension(const ObjetoPtr &)
-{
-}
+void PiernaX::igualarDimension(const ObjetoPtr &) { }
 
-void PiernaX::distribuirHorizontal()
-{
-}
+void PiernaX::distribuirHorizontal() { }
 
-void PiernaX::distribuirVertical()
-{
-}
+void PiernaX::distribuirVertical() { }
 
 void PiernaX::seleccionarTodos()
 {
@@ -366,7 +353,7 @@ void PiernaX::validarControl()
         const int alto = extension(g.altoControl(filas));
         // 4. Take the size, and let the frame adapt its scroll bars.
         resize(ancho, alto);
-        LateBinding::call(contenedor(), QStringLiteral("Resize"), {QVariant::fromValue<QWidget *>(this)});
+        LateBinding::call(contenedor(), QStringLiteral("Resize"), { QVariant::fromValue<QWidget *>(this) });
         // 5. The strips follow the grid.
         dibujarEscalas();
         dibujarUbicaciones();
@@ -953,13 +940,13 @@ void PiernaX::dragOver(const QMimeData *datos, qint32 &effect, int button, int s
     effect = shift == ShiftMask ? 0 : 1;
     // Scroll the frame while the pointer is near the edges of what it shows.
     if (x < m_viewX0 + bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("hScroll"), {-1});
+        LateBinding::call(frame, QStringLiteral("hScroll"), { -1 });
     else if (x > m_viewX1 - bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("hScroll"), {1});
+        LateBinding::call(frame, QStringLiteral("hScroll"), { 1 });
     if (y < m_viewY0 + bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("vScroll"), {-1});
+        LateBinding::call(frame, QStringLiteral("vScroll"), { -1 });
     else if (y > m_viewY1 - bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("vScroll"), {1});
+        LateBinding::call(frame, QStringLiteral("vScroll"), { 1 });
 }
 
 void PiernaX::dragDrop(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y)

@@ -95,7 +95,8 @@ QVariant invoke(QObject *target, const QMetaMethod &method, const QVariantList &
             generic[size_t(i)] = QGenericArgument("QVariant", &arguments.at(i));
         } else {
             typeNames[size_t(i)] = method.parameterTypeName(int(i));
-            generic[size_t(i)] = QGenericArgument(typeNames[size_t(i)].constData(), converted[size_t(i)].constData());
+            generic[size_t(i)] =
+                QGenericArgument(typeNames[size_t(i)].constData(), converted[size_t(i)].constData());
         }
     }
     QVariant result;
