@@ -41,6 +41,8 @@ void tst_FrameRefX::fitsItselfToTheList()
     auto *leyenda = new FrameRefX(&anfitrion);
     leyenda->setRoot(&mapa);
     leyenda->resize(100, 50);
+    anfitrion.show();
+    leyenda->show();
     auto *lista = leyenda->findChild<ReferenciasX *>(QStringLiteral("refx"));
     QVERIFY(lista);
 

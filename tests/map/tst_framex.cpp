@@ -59,7 +59,11 @@ struct Banco
         anfitrion.show();
         frame->show();
     }
-    QWidget *hijo(const char *nombre) const { return frame->findChild<QWidget *>(QLatin1String(nombre)); }
+    QWidget *hijo(const char *nombre) const
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // a replaced "conten" is gone
+        return frame->findChild<QWidget *>(QLatin1String(nombre));
+    }
 };
 
 } // namespace
@@ -129,9 +133,15 @@ void tst_FrameX::fitsScrollBarsToWhatDoesNotFit()
 {
     Banco banco;
     banco.frame->setMaxViewPort(698, 498);
-    // A tiny object still makes the smallest frame.
-    banco.frame->setObjeto(contenedorDe(QStringLiteral("N"), 5, 5));
+    // A tiny leg (one tier of one position) still makes the smallest frame.
+    auto diminuta = std::make_shared<Pierna>();
+    diminuta->setCodigo(QStringLiteral("P9"));
+    diminuta->setEscalas(1);
+    diminuta->setEscala(1, 1);
+    banco.frame->setObjeto(diminuta);
+    QVERIFY(banco.hijo("conten")->width() + 17 + 8 < 300);
     QCOMPARE(banco.frame->width(), 300);
+    QCOMPARE(banco.frame->height(), 100);
     QVERIFY(banco.hijo("horiz")->isHidden());
     QVERIFY(banco.hijo("vert")->isHidden());
 

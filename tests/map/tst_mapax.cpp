@@ -165,6 +165,7 @@ void tst_MapaX::framesAreFittedIntoTheMap()
 {
     MapaX mapa;
     mapa.resize(700, 500);
+    mapa.show();
     const auto pequena = nave(QStringLiteral("N"), QStringLiteral("P"), 1);
     mapa.add(pequena);
     QWidget *frame = mapa.control(QStringLiteral("NP"));

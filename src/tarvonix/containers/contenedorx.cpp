@@ -810,7 +810,10 @@ void ContenedorX::deseleccionarTodos()
 void ContenedorX::setActivo(const ObjetoPtr &objeto, bool valor)
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_setActivo->"), [&] {
-        if (requerido(objeto).getCodigo() == requerido(m_objeto).getCodigo())
+        // A frame that activates or deactivates itself passes no object: nothing to mark.
+        if (!objeto)
+            return;
+        if (objeto->getCodigo() == requerido(m_objeto).getCodigo())
             return;
         objeto->setActivo(valor);
         dibujarNuevo(objeto);

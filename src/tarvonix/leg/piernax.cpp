@@ -254,8 +254,9 @@ void PiernaX::setRoot(IMapaX *root)
 void PiernaX::setActivo(const ObjetoPtr &objeto, bool valor)
 {
     trap(QStringLiteral("PiernaX.IContenedorX_setActivo->"), [&] {
+        // A frame that activates or deactivates itself passes no object: nothing to mark.
         if (!objeto)
-            throw Error(Error::ObjectNotSet);
+            return;
         // The leg itself has no cell to mark.
         if (objeto->getCodigo() != pierna()->getCodigo()) {
             objeto->setActivo(valor);

@@ -3,6 +3,7 @@
 #include <tarvonix/platform/error.h>
 
 #include <QApplication>
+#include <QGuiApplication>
 #include <QMessageBox>
 
 namespace tarvonix {
@@ -19,8 +20,11 @@ void showMessageBox(const QString &message)
 {
     // The box runs its own event loop: a failure in a paint event shown from
     // there would open the next box from inside the first one, without end.
+    // Without a screen (the offscreen and minimal platforms) nobody could close it.
     static bool showing = false;
-    if (showing || !qobject_cast<QApplication *>(QCoreApplication::instance())) {
+    const QString platform = QGuiApplication::platformName();
+    if (showing || !qobject_cast<QApplication *>(QCoreApplication::instance())
+        || platform == QLatin1String("offscreen") || platform == QLatin1String("minimal")) {
         qWarning("%s", qUtf8Printable(message));
         return;
     }
