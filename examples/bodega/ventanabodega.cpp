@@ -47,6 +47,7 @@ VentanaBodega::VentanaBodega(Sitio sitio, QWidget *parent)
     crearBarra();
     conectarEventos();
     resize(1180, 860);
+    resizeDocks({dock}, {150}, Qt::Vertical);
     mostrarSitio();
 }
 

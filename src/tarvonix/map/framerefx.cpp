@@ -139,6 +139,7 @@ void FrameRefX::ajustarALista()
     // 3.-4.
     const bool crece = width() < W || height() < H;
     resize(W, H);
+    distribuir(); // a hidden legend gets no resize event until it shows
     if (crece && d->root)
         d->root->ensureVisible(this);
 }

@@ -422,6 +422,7 @@ void FrameX::ensureVisible(QWidget *micontrol)
         if (!d->barra.minimizado()) {
             const bool crece = width() < W || height() < H;
             resize(int(W), int(H));
+            distribuir(); // a hidden frame gets no resize event until it shows: lay it out now
             if (crece)
                 root().ensureVisible(this);
         }
@@ -434,6 +435,9 @@ void FrameX::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     distribuir();
+    // The scroll bars moved: the visible part of the contained control changed with them.
+    if (d->conten)
+        setViewPort(d->conten);
 }
 
 void FrameX::distribuir()
