@@ -459,25 +459,22 @@ void ContenedorX::invalidar(const QRectF &area)
 
 void ContenedorX::limpiar(const ObjetoPtr &o)
 {
-    trap(QStringLiteral("ContenedorX.limpiar->"), [&] {
-        const IObjeto &objeto = requerido(o);
-        if (objeto.getPadre() != requerido(m_objeto).getCodigo()) {
-            reportError(
-                QStringLiteral("ContenedorX.limpiar->No se encontró padre del objeto en primer nivel"));
-            return;
-        }
-        invalidar(areaDibujo(objeto.getX() * m_escala + margen, objeto.getY() * m_escala + margen,
-                             objeto.getAncho() * m_escala, objeto.getAlto() * m_escala));
-    });
+    redibujarHijo(QStringLiteral("ContenedorX.limpiar->"), o);
 }
 
 void ContenedorX::dibujarNuevo(const ObjetoPtr &o)
 {
-    trap(QStringLiteral("ContenedorX.dibujarNuevo->"), [&] {
+    redibujarHijo(QStringLiteral("ContenedorX.dibujarNuevo->"), o);
+}
+
+void ContenedorX::redibujarHijo(const QString &etiqueta, const ObjetoPtr &o)
+{
+    // Erasing and redrawing a child both come down to repainting its area in
+    // collection order; what each keeps is the check that the child is ours.
+    trap(etiqueta, [&] {
         const IObjeto &objeto = requerido(o);
         if (objeto.getPadre() != requerido(m_objeto).getCodigo()) {
-            reportError(
-                QStringLiteral("ContenedorX.dibujarNuevo->No se encontró padre del objeto en primer nivel"));
+            reportError(etiqueta + QStringLiteral("No se encontró padre del objeto en primer nivel"));
             return;
         }
         invalidar(areaDibujo(objeto.getX() * m_escala + margen, objeto.getY() * m_escala + margen,
@@ -904,12 +901,7 @@ void ContenedorX::dragMoveEvent(QDragMoveEvent *event)
     const Qt::DropAction efecto
         = dragOver(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
                    shiftState(event->modifiers()), event->position());
-    if (efecto == Qt::IgnoreAction) {
-        event->ignore();
-    } else {
-        event->setDropAction(efecto);
-        event->accept();
-    }
+    DragRunner::answer(event, efecto);
 }
 
 void ContenedorX::dropEvent(QDropEvent *event)
@@ -917,12 +909,7 @@ void ContenedorX::dropEvent(QDropEvent *event)
     const Qt::DropAction efecto
         = dragDrop(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
                    shiftState(event->modifiers()), event->position());
-    if (efecto == Qt::IgnoreAction) {
-        event->ignore();
-    } else {
-        event->setDropAction(efecto);
-        event->accept();
-    }
+    DragRunner::answer(event, efecto);
 }
 
 Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efecto, int, int shift,

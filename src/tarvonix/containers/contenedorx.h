@@ -132,6 +132,7 @@ private:
     void pintar(const QRect &expuesto);
     void dibujarObjeto(float x, float y, float w, float h, const ObjetoPtr &o);
     void dibujarNuevo(const ObjetoPtr &o);
+    void redibujarHijo(const QString &etiqueta, const ObjetoPtr &o);
     void limpiar(const ObjetoPtr &o);
     void validar(const ObjetoPtr &o);
     void validarControl(const ObjetoPtr &cambiado = nullptr);

@@ -4,6 +4,7 @@
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/error.h>
+#include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/propertybag.h>
 #include <tarvonix/platform/shiftstate.h>
@@ -42,15 +43,6 @@ constexpr qint32 negro = 0;
 
 // A moved pointer starts a drag once it is more than this far (squared) from the press.
 constexpr double radioArrastre2 = 25;
-
-Qt::DropAction accion(qint32 effect)
-{
-    if (effect & 1)
-        return Qt::CopyAction;
-    if (effect & 2)
-        return Qt::MoveAction;
-    return Qt::IgnoreAction;
-}
 
 } // namespace
 
@@ -315,20 +307,13 @@ void etiquetas::dragEnterEvent(QDragEnterEvent *event)
 
 void etiquetas::dragMoveEvent(QDragMoveEvent *event)
 {
-    if (m_oleDropMode != 0) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->setDropAction(Qt::IgnoreAction);
-        event->ignore();
-    }
+    DragRunner::answer(event, m_oleDropMode != 0 ? Qt::CopyAction : Qt::IgnoreAction);
 }
 
 void etiquetas::dropEvent(QDropEvent *event)
 {
     if (m_oleDropMode == 0) {
-        event->setDropAction(Qt::IgnoreAction);
-        event->ignore();
+        DragRunner::answer(event, Qt::IgnoreAction);
         return;
     }
     qint32 effect = qint32(event->dropAction());
@@ -338,11 +323,7 @@ void etiquetas::dropEvent(QDropEvent *event)
                            shiftState(event->modifiers()), float(punto.x()), float(punto.y()),
                            etiquetaEn(coordenada(punto)));
     });
-    event->setDropAction(accion(effect));
-    if (effect != 0)
-        event->accept();
-    else
-        event->ignore();
+    DragRunner::answer(event, DragRunner::action(effect));
 }
 
 // ---------------------------------------------------------------------------

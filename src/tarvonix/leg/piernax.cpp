@@ -81,15 +81,6 @@ bool celdaDelCodigo(const QString &codigo, qint16 &fila, qint16 &columna)
     return true;
 }
 
-Qt::DropAction accion(qint32 effect)
-{
-    if (effect & 1)
-        return Qt::CopyAction;
-    if (effect & 2)
-        return Qt::MoveAction;
-    return Qt::IgnoreAction;
-}
-
 } // namespace
 
 PiernaX::PiernaX(QWidget *parent)
@@ -900,32 +891,23 @@ void PiernaX::dragEnterEvent(QDragEnterEvent *event)
 
 void PiernaX::dragMoveEvent(QDragMoveEvent *event)
 {
-    qint32 effect = 0;
-    const QPointF punto = event->position();
-    trap(QStringLiteral("PiernaX.dragOver->"), [&] {
-        dragOver(event->mimeData(), effect, mouseButton(event->buttons()), shiftState(event->modifiers()),
-                 punto.x(), punto.y());
-    });
-    event->setDropAction(accion(effect));
-    if (effect != 0)
-        event->accept();
-    else
-        event->ignore();
+    responderArrastre(event, QStringLiteral("PiernaX.dragOver->"), &PiernaX::dragOver);
 }
 
 void PiernaX::dropEvent(QDropEvent *event)
 {
+    responderArrastre(event, QStringLiteral("PiernaX.dragDrop->"), &PiernaX::dragDrop);
+}
+
+void PiernaX::responderArrastre(QDropEvent *event, const QString &etiqueta, PasoArrastre paso)
+{
     qint32 effect = 0;
     const QPointF punto = event->position();
-    trap(QStringLiteral("PiernaX.dragDrop->"), [&] {
-        dragDrop(event->mimeData(), effect, mouseButton(event->buttons()), shiftState(event->modifiers()),
-                 punto.x(), punto.y());
+    trap(etiqueta, [&] {
+        (this->*paso)(event->mimeData(), effect, mouseButton(event->buttons()), shiftState(event->modifiers()),
+                      punto.x(), punto.y());
     });
-    event->setDropAction(accion(effect));
-    if (effect != 0)
-        event->accept();
-    else
-        event->ignore();
+    DragRunner::answer(event, DragRunner::action(effect));
 }
 
 void PiernaX::dragOver(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y)

@@ -154,6 +154,8 @@ private:
     void completeDrag();
     void dragOver(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y);
     void dragDrop(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y);
+    using PasoArrastre = void (PiernaX::*)(const QMimeData *, qint32 &, int, int, double, double);
+    void responderArrastre(QDropEvent *event, const QString &etiqueta, PasoArrastre paso);
 
     // The tier strip
     void escalasClick(int etiqueta, bool derecho);

@@ -1,6 +1,7 @@
 #include <tarvonix/map/barratitulo_p.h>
 
 #include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/platform/latebinding.h>
 
 #include <QEvent>
 #include <QPainter>
@@ -127,6 +128,14 @@ bool BarraTitulo::alternarMinimizado()
         m_mini->setToolTip(QStringLiteral("Minimizar"));
     }
     return m_minimizado;
+}
+
+void BarraTitulo::iniciarMovimiento(float x, float y)
+{
+    m_dragX = x + float(m_titulo->x());
+    m_dragY = y + float(m_titulo->y());
+    m_posicionAlArrastrar = m_frame->pos();
+    LateBinding::call(m_frame->parentWidget(), QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(m_frame)});
 }
 
 void BarraTitulo::alFrente()

@@ -9,6 +9,7 @@
 // controls and may change from version to version.
 //
 
+#include <QPoint>
 #include <QPointer>
 #include <QString>
 
@@ -58,6 +59,15 @@ public:
     */
     bool alternarMinimizado();
 
+    /*!
+        The title was dragged with the pointer at (\a x, \a y) in it: keeps
+        that point as the grab offset from the frame's top-left corner and asks
+        the frame's parent (the map) to move the frame.
+    */
+    void iniciarMovimiento(float x, float y);
+    float dragX() const { return m_dragX; }
+    float dragY() const { return m_dragY; }
+
     //! Keeps the border above the frame's children; call after creating one.
     void alFrente();
 
@@ -74,6 +84,9 @@ private:
     QPointer<QWidget> m_borde;
     bool m_minimizado = false;
     int m_altoGuardado = 0;
+    float m_dragX = 0;
+    float m_dragY = 0;
+    QPoint m_posicionAlArrastrar;
 };
 
 } // namespace tarvonix

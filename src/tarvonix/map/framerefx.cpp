@@ -32,10 +32,6 @@ struct FrameRefX::Private
     ReferenciasX *refx = nullptr;
     IMapaX *root = nullptr;
     bool active = false;
-    float dragX = 0;
-    float dragY = 0;
-    int izquierdaAlArrastrar = 0;
-    int arribaAlArrastrar = 0;
 };
 
 FrameRefX::FrameRefX(QWidget *parent)
@@ -84,12 +80,12 @@ void FrameRefX::setMaxViewPort(double, double)
 
 float FrameRefX::getDragX() const
 {
-    return d->dragX;
+    return d->barra.dragX();
 }
 
 float FrameRefX::getDragY() const
 {
-    return d->dragY;
+    return d->barra.dragY();
 }
 
 void FrameRefX::setRoot(IMapaX *m)
@@ -170,13 +166,8 @@ void FrameRefX::minimizar()
 
 void FrameRefX::iniciarMovimiento(float x, float y)
 {
-    if (!d->active)
-        return;
-    d->dragX = x + float(d->barra.titulo()->x());
-    d->dragY = y + float(d->barra.titulo()->y());
-    d->izquierdaAlArrastrar = this->x();
-    d->arribaAlArrastrar = this->y();
-    LateBinding::call(parentWidget(), QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(this)});
+    if (d->active)
+        d->barra.iniciarMovimiento(x, y);
 }
 
 } // namespace tarvonix

@@ -60,10 +60,6 @@ struct FrameX::Private
     ObjetoPtr objetoActivo;
     IMapaX *root = nullptr;
     float escala = 1.0f;
-    float dragX = 0;
-    float dragY = 0;
-    int izquierdaAlArrastrar = 0;
-    int arribaAlArrastrar = 0;
     double maxX = 750;
     double maxY = 500;
     bool horizEnUso = false;
@@ -170,12 +166,12 @@ void FrameX::setMaxViewPort(double x, double y)
 
 float FrameX::getDragX() const
 {
-    return d->dragX;
+    return d->barra.dragX();
 }
 
 float FrameX::getDragY() const
 {
-    return d->dragY;
+    return d->barra.dragY();
 }
 
 ObjetoPtr FrameX::setActive(const ObjetoPtr &obj)
@@ -495,14 +491,8 @@ void FrameX::alCambiarVert(int valor)
 void FrameX::iniciarMovimiento(float x, float y)
 {
     trap(QStringLiteral("FrameX.titulo.OLEStartDrag->"), [&] {
-        if (!d->pActive)
-            return;
-        // The grab point from the frame's own top-left corner, as the map measures it.
-        d->dragX = x + float(d->barra.titulo()->x());
-        d->dragY = y + float(d->barra.titulo()->y());
-        d->izquierdaAlArrastrar = this->x();
-        d->arribaAlArrastrar = this->y();
-        LateBinding::call(parentWidget(), QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(this)});
+        if (d->pActive)
+            d->barra.iniciarMovimiento(x, y);
     });
 }
 

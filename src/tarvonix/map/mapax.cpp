@@ -633,17 +633,32 @@ Qt::DropAction MapaX::moveOver(const QMimeData *datos, QPointF position)
 {
     Qt::DropAction efecto = Qt::IgnoreAction;
     trapSilently([&] {
-        if (!datos || !datos->hasText() || !d->moviendo)
+        QWidget *frame = frameArrastrado(datos);
+        if (!frame)
             return;
-        QWidget *frame = d->controles.item(datos->text());
-        const double x = position.x() - LateBinding::call(frame, QStringLiteral("getDragX")).toDouble();
-        const double y = position.y() - LateBinding::call(frame, QStringLiteral("getDragY")).toDouble();
-        moverCaja(x, y);
+        const QPointF esquina = esquinaEn(frame, position);
+        moverCaja(esquina.x(), esquina.y());
         efecto = Qt::MoveAction;
     });
     if (efecto != Qt::MoveAction && d->moviendo)
         ponerCajaEnFrame();
     return efecto;
+}
+
+QWidget *MapaX::frameArrastrado(const QMimeData *datos) const
+{
+    // Only a move of one of the map's own frames carries anything here.
+    if (!datos || !datos->hasText() || !d->moviendo)
+        return nullptr;
+    return d->controles.item(datos->text());
+}
+
+QPointF MapaX::esquinaEn(QWidget *frame, QPointF puntero) const
+{
+    // The point of the title bar that was grabbed stays under the pointer.
+    return puntero
+        - QPointF(LateBinding::call(frame, QStringLiteral("getDragX")).toDouble(),
+                  LateBinding::call(frame, QStringLiteral("getDragY")).toDouble());
 }
 
 void MapaX::ponerCajaEnFrame()
@@ -660,12 +675,11 @@ Qt::DropAction MapaX::dropMove(const QMimeData *datos, QPointF position)
 {
     Qt::DropAction efecto = Qt::IgnoreAction;
     trapSilently([&] {
-        if (!datos || !datos->hasText() || !d->moviendo)
+        QWidget *frame = frameArrastrado(datos);
+        if (!frame)
             return;
-        QWidget *frame = d->controles.item(datos->text());
-        const double x = position.x() - LateBinding::call(frame, QStringLiteral("getDragX")).toDouble();
-        const double y = position.y() - LateBinding::call(frame, QStringLiteral("getDragY")).toDouble();
-        LateBinding::call(frame, QStringLiteral("Move"), {x, y});
+        const QPointF esquina = esquinaEn(frame, position);
+        LateBinding::call(frame, QStringLiteral("Move"), {esquina.x(), esquina.y()});
         efecto = Qt::MoveAction;
     });
     return efecto;
@@ -735,9 +749,7 @@ void MapaX::dragEnterEvent(QDragEnterEvent *event)
 
 void MapaX::dragMoveEvent(QDragMoveEvent *event)
 {
-    const Qt::DropAction efecto = moveOver(event->mimeData(), event->position());
-    event->setDropAction(efecto);
-    event->setAccepted(efecto != Qt::IgnoreAction);
+    DragRunner::answer(event, moveOver(event->mimeData(), event->position()));
 }
 
 void MapaX::dragLeaveEvent(QDragLeaveEvent *event)
@@ -749,9 +761,7 @@ void MapaX::dragLeaveEvent(QDragLeaveEvent *event)
 
 void MapaX::dropEvent(QDropEvent *event)
 {
-    const Qt::DropAction efecto = dropMove(event->mimeData(), event->position());
-    event->setDropAction(efecto);
-    event->setAccepted(efecto != Qt::IgnoreAction);
+    DragRunner::answer(event, dropMove(event->mimeData(), event->position()));
 }
 
 } // namespace tarvonix

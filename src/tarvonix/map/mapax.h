@@ -159,6 +159,8 @@ private:
     void iniciarArrastre();
     void ponerCajaEnFrame();
     QWidget *frameEnMovimiento() const;
+    QWidget *frameArrastrado(const QMimeData *datos) const;
+    QPointF esquinaEn(QWidget *frame, QPointF puntero) const;
 };
 
 } // namespace tarvonix

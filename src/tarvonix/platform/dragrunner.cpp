@@ -1,6 +1,7 @@
 #include <tarvonix/platform/dragrunner.h>
 
 #include <QDrag>
+#include <QDropEvent>
 
 namespace tarvonix {
 
@@ -29,6 +30,21 @@ void DragRunner::run(QDrag *drag, Qt::DropActions allowed, Finished finished)
 DragRunner::Runner DragRunner::setRunner(Runner runner)
 {
     return std::exchange(installedRunner(), std::move(runner));
+}
+
+Qt::DropAction DragRunner::action(qint32 effect)
+{
+    if (effect & Qt::CopyAction)
+        return Qt::CopyAction;
+    if (effect & Qt::MoveAction)
+        return Qt::MoveAction;
+    return Qt::IgnoreAction;
+}
+
+void DragRunner::answer(QDropEvent *event, Qt::DropAction action)
+{
+    event->setDropAction(action);
+    event->setAccepted(action != Qt::IgnoreAction);
 }
 
 } // namespace tarvonix

@@ -8,6 +8,7 @@
 #include <functional>
 
 class QDrag;
+class QDropEvent;
 
 namespace tarvonix {
 
@@ -33,6 +34,12 @@ public:
 
     //! Installs \a runner and answers the one it replaces; an empty runner restores QDrag::exec().
     static Runner setRunner(Runner runner);
+
+    //! The action of a drop effect: 0 none, 1 copy, 2 move; 3 (both) offers copy.
+    static Qt::DropAction action(qint32 effect);
+
+    //! Answers a drag-move or drop \a event with \a action: accepted with it, or refused when it is no action.
+    static void answer(QDropEvent *event, Qt::DropAction action);
 };
 
 } // namespace tarvonix
