@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Builds the library and runs the demo host program.
+# Builds the library and runs the demo host program: a winery on the map.
+# With a display it opens a window; without one it renders the map to
+# bodega.png (or to the file given with --screenshot FILE) and says where.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -7,4 +9,4 @@ scripts/setup.sh
 
 cmake --preset release >/dev/null
 cmake --build --preset release -j "$(nproc 2>/dev/null || echo 2)"
-exec build/release/bin/muestra "$@"
+exec build/release/bin/bodega "$@"
