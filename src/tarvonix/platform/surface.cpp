@@ -60,7 +60,19 @@ int sign(int value)
 
 } // namespace
 
-Surface::Surface() = default;
+Surface::Surface()
+    : m_medidas(m_font)
+{
+    setFont(m_font);
+}
+
+void Surface::setFont(const QFont &font)
+{
+    m_font = font;
+    m_fuenteImpresa = font;
+    m_fuenteImpresa.setStyleStrategy(QFont::NoAntialias);
+    m_medidas = QFontMetrics(font);
+}
 
 Surface::Painting::Painting(Surface &surface, QPainter &painter)
     : m_surface(surface)
@@ -172,12 +184,9 @@ void Surface::paintPicture(const QImage &picture, double x, double y, double wid
 void Surface::print(const QString &text)
 {
     if (m_painter) {
-        const QFontMetrics metrics(m_font);
-        QFont aliased = m_font;
-        aliased.setStyleStrategy(QFont::NoAntialias);
-        m_painter->setFont(aliased);
+        m_painter->setFont(m_fuenteImpresa);
         m_painter->setPen(colour(m_foreColor));
-        m_painter->drawText(QPoint(pixel(m_currentX), pixel(m_currentY) + metrics.ascent()), text);
+        m_painter->drawText(QPoint(pixel(m_currentX), pixel(m_currentY) + m_medidas.ascent()), text);
     }
     m_currentY += textHeight(text);
     m_currentX = 0;
@@ -185,12 +194,12 @@ void Surface::print(const QString &text)
 
 double Surface::textWidth(const QString &text) const
 {
-    return QFontMetrics(m_font).horizontalAdvance(text);
+    return m_medidas.horizontalAdvance(text);
 }
 
 double Surface::textHeight(const QString &) const
 {
-    return QFontMetrics(m_font).height();
+    return m_medidas.height();
 }
 
 } // namespace tarvonix

@@ -4,6 +4,7 @@
 #include <tarvonix/tarvonix_export.h>
 
 #include <QFont>
+#include <QFontMetrics>
 #include <QImage>
 #include <QPalette>
 #include <QString>
@@ -74,7 +75,7 @@ public:
     double currentY() const { return m_currentY; }
     void setCurrentY(double y) { m_currentY = y; }
     QFont font() const { return m_font; }
-    void setFont(const QFont &font) { m_font = font; }
+    void setFont(const QFont &font);
     //! Resolves system colours; Painting takes the painted widget's palette.
     void setPalette(const QPalette &palette) { m_palette = palette; }
 
@@ -121,6 +122,9 @@ private:
     QPainter *m_painter = nullptr;
     QPalette m_palette;
     QFont m_font;
+    // Measuring and printing happen for every label of every paint: kept ready per font.
+    QFont m_fuenteImpresa;
+    QFontMetrics m_medidas;
     qint32 m_backColor = 0xFFFFFF;
     qint32 m_foreColor = 0;
     qint32 m_fillColor = 0;
