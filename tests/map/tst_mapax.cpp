@@ -417,6 +417,29 @@ void tst_MapaX::movesSurviveRemovalsAndResizes()
     QVERIFY(!mapa.control(QStringLiteral("caja")));
     QCOMPARE(mapa.controlNames(), QStringList{QStringLiteral("thread")});
     QCOMPARE(errors.messages(), QStringList{QStringLiteral("MapaX.completeMove->Control not found")});
+
+    // The legend closed by the host while it is being dragged: the same.
+    errors.clear();
+    auto b = nave(QStringLiteral("N"), QStringLiteral("B"));
+    auto claves = std::make_shared<Referencias>();
+    claves->add(QStringLiteral("T"), QStringLiteral("Tinto"), 0x000080);
+    b->setReferencias(claves);
+    mapa.add(b);
+    mapa.show(b);
+    mapa.ShowReferences();
+    QWidget *leyenda = mapa.control(QStringLiteral("REF"));
+    QVERIFY(leyenda);
+    mapa.startMove(leyenda);
+    QVERIFY(mapa.control(QStringLiteral("caja")));
+    mapa.remove(nullptr);
+    QCOMPARE(driver.drop(&mapa, QPoint(50, 50)), Qt::IgnoreAction); // nothing left to move
+    driver.finish();
+    flushDeletes();
+    QCOMPARE(mapa.controlNames(), (QStringList{QStringLiteral("thread"), QStringLiteral("NB")}));
+    QVERIFY(mapa.control(QStringLiteral("NB"))->isEnabled());
+    // The outline had no frame to go back onto, and the move none to complete.
+    QCOMPARE(errors.messages(), (QStringList{QStringLiteral("MapaX.UserControl_OLEGiveFeedback->Control not found"),
+                                             QStringLiteral("MapaX.completeMove->Control not found")}));
 }
 
 void tst_MapaX::callbacksBecomeSignals()
