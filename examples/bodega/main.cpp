@@ -11,6 +11,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
@@ -23,15 +24,22 @@ bool hayPantalla()
         || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+// Platforms that draw into memory only: a window there would never be seen.
+bool sinVentanas()
+{
+    const QString plataforma = QGuiApplication::platformName();
+    return plataforma == QLatin1String("offscreen") || plataforma == QLatin1String("minimal");
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    const bool sinPantalla = !hayPantalla();
-    if (sinPantalla)
+    if (!hayPantalla())
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication app(argc, argv);
+    const bool sinPantalla = sinVentanas();
     app.setApplicationName(QStringLiteral("Bodega"));
 
     QCommandLineParser opciones;
