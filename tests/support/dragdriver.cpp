@@ -72,12 +72,7 @@ Qt::DropAction DragDriver::move(QWidget *target, QPoint pos, Qt::KeyboardModifie
 {
     if (!m_data)
         return Qt::IgnoreAction;
-    if (m_entered != target) {
-        leave();
-        QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
-        QCoreApplication::sendEvent(target, &enter);
-        m_entered = target;
-    }
+    enterOnce(target, pos, modifiers);
     QDragMoveEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
@@ -87,15 +82,21 @@ Qt::DropAction DragDriver::drop(QWidget *target, QPoint pos, Qt::KeyboardModifie
 {
     if (!m_data)
         return Qt::IgnoreAction;
-    if (m_entered != target) {
-        leave();
-        QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
-        QCoreApplication::sendEvent(target, &enter);
-        m_entered = target;
-    }
+    enterOnce(target, pos, modifiers);
     QDropEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(target, &event);
     return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
+void DragDriver::enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers)
+{
+    // The pointer arrives over a new widget: it leaves the last one and enters this one.
+    if (m_entered == target)
+        return;
+    leave();
+    QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &enter);
+    m_entered = target;
 }
 
 void DragDriver::finish(Qt::DropAction result)

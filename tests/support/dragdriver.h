@@ -45,6 +45,7 @@ public:
                                    Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 private:
+    void enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers);
     void leave();
 
     tarvonix::DragRunner::Runner m_previous;
