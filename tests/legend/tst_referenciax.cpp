@@ -68,8 +68,10 @@ void tst_ReferenciaX::rowDrawsBoxAndText_data()
     QTest::addColumn<qint32>("color");
 
     QTest::newRow("plain") << QStringLiteral("Tinto") << 24 << 0 << 0 << qint32(0x00FF00);
-    QTest::newRow("non-Latin, big font")
-        << QStringLiteral("Depósito Ñ 酒") << 24 << 16 << qint32(0x0000C0) << qint32(0xFF0000);
+    // Accented text within the row's own font: a glyph taken from a fallback font need not ink
+    // where the font's metrics say, and the fallback depends on what fonts the machine has.
+    QTest::newRow("accents, big font")
+        << QStringLiteral("Depósito Ñ") << 24 << 16 << qint32(0x0000C0) << qint32(0xFF0000);
     QTest::newRow("odd height") << QStringLiteral("Blanco") << 31 << 9 << qint32(0x800000)
                                 << qint32(0x00FFFF);
     QTest::newRow("empty text") << QString() << 24 << 0 << 0 << qint32(0x0000FF);

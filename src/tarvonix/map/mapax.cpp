@@ -136,6 +136,9 @@ MapaX::~MapaX()
 {
     d->objetoActivo = nullptr;
     d->frameActivo = nullptr;
+    // The frames go first, while the root they hold still exists.
+    d->thread->stop();
+    qDeleteAll(findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly));
 }
 
 IMapaX *MapaX::callbacks()
