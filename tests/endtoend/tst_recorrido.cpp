@@ -15,6 +15,8 @@
 #include "dragdriver.h"
 #include "errorcatcher.h"
 
+#include <QApplication>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -143,6 +145,19 @@ void tst_Recorrido::rootObjectsFromAddToClose()
     QCOMPARE(click.last().at(0).value<ObjetoPtr>(), d2);
     QCOMPARE(click.last().at(1).toBool(), false);
     QVERIFY(d2->getSeleccionado());
+    // The click gave the map the keyboard: Enter names the active object's frame.
+    QSignalSpy enter(&mapa, &MapaX::Enter);
+    QVERIFY(QTest::qWaitForWindowActive(&mapa));
+    QLineEdit otroCampo(&mapa); // the host's own field had the keyboard before
+    otroCampo.setGeometry(900, 660, 90, 20);
+    otroCampo.show();
+    otroCampo.setFocus();
+    QCOMPARE(QApplication::focusWidget(), &otroCampo);
+    QTest::mouseClick(vistaNave, Qt::LeftButton, Qt::NoModifier, centro(d2));
+    QCOMPARE(QApplication::focusWidget(), &mapa);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(enter.count(), 1);
+    click.removeLast();
 
     // A click on a barrel in the leg view makes that frame active and arrives the same way.
     QWidget *vistaPierna = contenidoDe(mapa, QStringLiteral("PP1"));
