@@ -13,10 +13,34 @@ class tst_ControlRegistry : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void everyControlIsRegistered_data();
+    void everyControlIsRegistered();
     void createsRegisteredControlsByName();
     void childControlsByName();
     void removalDuringOwnHandler();
 };
+
+void tst_ControlRegistry::everyControlIsRegistered_data()
+{
+    QTest::addColumn<QString>("progId");
+    QTest::addColumn<QString>("clase");
+    for (const char *nombre : {"MapaX", "FrameX", "FrameRefX", "ContenedorX", "PiernaX", "etiquetas", "Dummy",
+                               "ReferenciasX", "ReferenciaX"}) {
+        QTest::newRow(nombre) << QStringLiteral("Tarvonix.") + QLatin1String(nombre)
+                              << QStringLiteral("tarvonix::") + QLatin1String(nombre);
+    }
+}
+
+void tst_ControlRegistry::everyControlIsRegistered()
+{
+    QFETCH(QString, progId);
+    QFETCH(QString, clase);
+    QWidget parent;
+    QWidget *control = ControlRegistry::instance().create(progId, &parent);
+    QVERIFY(control);
+    QCOMPARE(QString::fromLatin1(control->metaObject()->className()), clase);
+    QCOMPARE(control->parentWidget(), &parent);
+}
 
 void tst_ControlRegistry::createsRegisteredControlsByName()
 {
