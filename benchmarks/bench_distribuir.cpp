@@ -6,7 +6,7 @@
 //     bench_distribuir [number of children, default 10000]
 
 #include <tarvonix/containers/contenedorx.h>
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/objeto.h>
 #include <tarvonix/model/objetos.h>
 

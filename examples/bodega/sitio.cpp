@@ -1,6 +1,6 @@
 #include "sitio.h"
 
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/deposito.h>
 #include <tarvonix/model/lote.h>

@@ -2,7 +2,7 @@
 // with vessels and a batch, a leg of barrels with its generated tiers and
 // positions, and the hall's colour keys.
 
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/model/caster.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/deposito.h>

@@ -8,10 +8,10 @@
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/dragrunner.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/platform/int16.h>
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/core/int16.h>
+#include <tarvonix/core/keyedcollection.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/propertybag.h>
 #include <tarvonix/platform/shiftstate.h>
@@ -31,23 +31,23 @@
 #include <tarvonix/model/pierna.h>
 #include <tarvonix/model/ubicacion.h>
 
-#include <tarvonix/legend/referencia.h>
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/referencia.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/legend/referenciax.h>
 
 #include <tarvonix/containers/contenedorx.h>
-#include <tarvonix/containers/dummy.h>
-#include <tarvonix/containers/icontenedorx.h>
-#include <tarvonix/containers/iobjetox.h>
+#include <tarvonix/widgets/dummy.h>
+#include <tarvonix/model/icontenedorx.h>
+#include <tarvonix/views/iobjetox.h>
 
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/leg/geometriaceldas.h>
 #include <tarvonix/leg/piernax.h>
 
 #include <tarvonix/map/framerefx.h>
 #include <tarvonix/map/framex.h>
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/views/imapax.h>
 #include <tarvonix/map/mapax.h>
 
 #endif

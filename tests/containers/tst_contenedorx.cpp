@@ -1,5 +1,5 @@
 #include <tarvonix/containers/contenedorx.h>
-#include <tarvonix/containers/dummy.h>
+#include <tarvonix/widgets/dummy.h>
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objeto.h>
 #include <tarvonix/model/objetos.h>

@@ -3,7 +3,7 @@
 // comes back to the host as the map's signals.
 
 #include <tarvonix/leg/geometriaceldas.h>
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/map/mapax.h>
 #include <tarvonix/model/deposito.h>
 #include <tarvonix/model/lote.h>

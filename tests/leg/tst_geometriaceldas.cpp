@@ -1,5 +1,5 @@
 #include <tarvonix/leg/geometriaceldas.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/leg/geometriaceldas.h>
 #include <tarvonix/leg/piernax.h>
 #include <tarvonix/model/escala.h>

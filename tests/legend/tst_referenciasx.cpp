@@ -2,7 +2,7 @@
 #include <tarvonix/legend/referenciax.h>
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/propertybag.h>
 
 #include "errorcatcher.h"

@@ -1,5 +1,5 @@
-#include <tarvonix/leg/etiquetas.h>
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/widgets/etiquetas.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/map/framerefx.h>
 #include <tarvonix/model/iobjeto.h>

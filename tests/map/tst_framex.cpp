@@ -1,5 +1,5 @@
 #include <tarvonix/containers/contenedorx.h>
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/leg/piernax.h>
 #include <tarvonix/map/framex.h>
 #include <tarvonix/model/deposito.h>

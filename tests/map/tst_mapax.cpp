@@ -1,5 +1,5 @@
-#include <tarvonix/containers/icontenedorx.h>
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/icontenedorx.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/map/framex.h>
 #include <tarvonix/map/mapax.h>
 #include <tarvonix/model/deposito.h>

@@ -1,4 +1,4 @@
-#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/model/formato.h>
 #include <tarvonix/model/objeto.h>
 

@@ -1,7 +1,7 @@
-#include <tarvonix/containers/dummy.h>
+#include <tarvonix/widgets/dummy.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/controlregistry.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 #include <QPushButton>
 #include <QTest>

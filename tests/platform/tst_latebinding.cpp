@@ -1,5 +1,5 @@
 #include <tarvonix/model/objeto.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/latebinding.h>
 
 #include "testframe.h"

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_TESTS_RECORDINGMAPA_H
 #define TARVONIX_TESTS_RECORDINGMAPA_H
 
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/views/imapax.h>
 
 #include <QString>
 #include <QStringList>

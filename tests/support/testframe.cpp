@@ -1,6 +1,6 @@
 #include "testframe.h"
 
-#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/platform/latebinding.h>
 
 TestFrame::TestFrame(QWidget *parent)

@@ -1,15 +1,15 @@
 #include <tarvonix/containers/contenedorx.h>
 
-#include <tarvonix/containers/dummy.h>
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/widgets/dummy.h>
+#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/dragrunner.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/shiftstate.h>
 

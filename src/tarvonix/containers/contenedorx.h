@@ -1,7 +1,7 @@
 #ifndef TARVONIX_CONTENEDORX_H
 #define TARVONIX_CONTENEDORX_H
 
-#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/tarvonix_export.h>

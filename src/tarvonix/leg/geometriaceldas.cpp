@@ -1,7 +1,7 @@
 #include <tarvonix/leg/geometriaceldas.h>
 
-#include <tarvonix/platform/error.h>
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/int16.h>
 
 #include <cmath>
 

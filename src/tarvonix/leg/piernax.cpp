@@ -1,9 +1,9 @@
 #include <tarvonix/leg/piernax.h>
 
-#include <tarvonix/containers/dummy.h>
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/dummy.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/leg/geometriaceldas.h>
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/caster.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/escala.h>
@@ -14,9 +14,9 @@
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/dragrunner.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/shiftstate.h>
 

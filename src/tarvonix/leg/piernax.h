@@ -1,7 +1,7 @@
 #ifndef TARVONIX_PIERNAX_H
 #define TARVONIX_PIERNAX_H
 
-#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/tarvonix_export.h>
 

@@ -1,10 +1,11 @@
 #ifndef TARVONIX_REFERENCIASX_H
 #define TARVONIX_REFERENCIASX_H
 
-#include <tarvonix/legend/referencia.h>
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/referencia.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/surface.h>
+#include <tarvonix/tarvonix_export.h>
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #include <tarvonix/legend/referenciax.h>
 
 #include <tarvonix/platform/controlregistry.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/latebinding.h>
 

@@ -1,8 +1,9 @@
 #ifndef TARVONIX_REFERENCIAX_H
 #define TARVONIX_REFERENCIAX_H
 
-#include <tarvonix/legend/referencia.h>
+#include <tarvonix/model/referencia.h>
 #include <tarvonix/platform/surface.h>
+#include <tarvonix/tarvonix_export.h>
 
 #include <QWidget>
 

@@ -1,6 +1,6 @@
 #include <tarvonix/map/barratitulo_p.h>
 
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/platform/latebinding.h>
 
 #include <QEvent>

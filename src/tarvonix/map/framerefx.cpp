@@ -1,9 +1,9 @@
 #include <tarvonix/map/framerefx.h>
 
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/map/barratitulo_p.h>
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/iobjeto.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/errortrap.h>

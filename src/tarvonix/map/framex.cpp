@@ -1,15 +1,15 @@
 #include <tarvonix/map/framex.h>
 
-#include <tarvonix/containers/dummy.h>
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/dummy.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/map/barratitulo_p.h>
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/controlregistry.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/platform/latebinding.h>
 
 #include <QEvent>

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_FRAMEX_H
 #define TARVONIX_FRAMEX_H
 
-#include <tarvonix/containers/icontenedorx.h>
+#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/tarvonix_export.h>
 
 #include <QWidget>

@@ -1,12 +1,12 @@
 #include <tarvonix/map/mapax.h>
 
-#include <tarvonix/containers/icontenedorx.h>
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/icontenedorx.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/dragrunner.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/latebinding.h>
 

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_MAPAX_H
 #define TARVONIX_MAPAX_H
 
-#include <tarvonix/map/imapax.h>
+#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/tarvonix_export.h>
 

@@ -18,7 +18,7 @@ class Ubicacion;
     object is of another kind or is none; a cast never fails. Callers test
     getTipo() ("D", "L", "U", "E", "P") first and then cast.
 */
-class TARVONIX_EXPORT Caster
+class TARVONIX_MODEL_EXPORT Caster
 {
 public:
     static std::shared_ptr<Deposito> toDeposito(const ObjetoPtr &objeto);

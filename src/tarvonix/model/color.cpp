@@ -1,6 +1,6 @@
 #include <tarvonix/model/color.h>
 
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 #include <cmath>
 #include <limits>

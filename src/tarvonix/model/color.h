@@ -1,7 +1,7 @@
 #ifndef TARVONIX_COLOR_H
 #define TARVONIX_COLOR_H
 
-#include <tarvonix/tarvonix_export.h>
+#include <tarvonix/tarvonixmodel_export.h>
 
 #include <QtGlobal>
 
@@ -21,10 +21,10 @@ namespace tarvonix::Color {
     above 255 is taken as 255. A factor below 1 darkens, above 1 lightens.
     A result that does not fit 32 bits fails with Error::Overflow.
 */
-TARVONIX_EXPORT qint32 sombrearColor(qint32 colour, double factor);
+TARVONIX_MODEL_EXPORT qint32 sombrearColor(qint32 colour, double factor);
 
 //! Whether 0.299 red + 0.587 green + 0.114 blue is at least 150: text on it is then drawn black.
-TARVONIX_EXPORT bool esColorClaro(qint32 colour);
+TARVONIX_MODEL_EXPORT bool esColorClaro(qint32 colour);
 
 } // namespace tarvonix::Color
 

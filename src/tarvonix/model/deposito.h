@@ -10,7 +10,7 @@ namespace tarvonix {
     it never contains children, and it carries a number, a product and the
     flag that says whether it holds several batches.
 */
-class TARVONIX_EXPORT Deposito : public ObjetoComun
+class TARVONIX_MODEL_EXPORT Deposito : public ObjetoComun
 {
 public:
     Deposito();

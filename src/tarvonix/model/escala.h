@@ -11,7 +11,7 @@ namespace tarvonix {
     colour answer 0, its picture and colour keys none, its tag and tip empty.
     It carries its tier number (escala) and its number of positions (largo).
 */
-class TARVONIX_EXPORT Escala : public ObjetoComun
+class TARVONIX_MODEL_EXPORT Escala : public ObjetoComun
 {
 public:
     Escala();

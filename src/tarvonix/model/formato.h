@@ -12,7 +12,7 @@ class IContenedorX;
     \a frame take the top edge of the example object. Nothing else happens
     here; a none container fails with Error::ObjectNotSet.
 */
-class TARVONIX_EXPORT formato
+class TARVONIX_MODEL_EXPORT formato
 {
 public:
     void alinearHorizontal(IContenedorX *frame, const ObjetoPtr &obj);

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_IMAGEN_H
 #define TARVONIX_IMAGEN_H
 
-#include <tarvonix/tarvonix_export.h>
+#include <tarvonix/tarvonixmodel_export.h>
 
 #include <QImage>
 #include <QString>
@@ -16,7 +16,7 @@ namespace tarvonix {
     picture is not an error: the handler becomes a null QImage (none), even
     when an earlier file had loaded, and getArchivo() answers the new name.
 */
-class TARVONIX_EXPORT Imagen
+class TARVONIX_MODEL_EXPORT Imagen
 {
 public:
     Imagen();

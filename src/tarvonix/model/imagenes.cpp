@@ -1,6 +1,6 @@
 #include <tarvonix/model/imagenes.h>
 
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/int16.h>
 
 namespace tarvonix {
 

@@ -2,7 +2,7 @@
 #define TARVONIX_IMAGENES_H
 
 #include <tarvonix/model/imagen.h>
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/core/keyedcollection.h>
 
 #include <QVariant>
 
@@ -18,7 +18,7 @@ namespace tarvonix {
     none. add() of a number already present fails with Error::DuplicateKey;
     remove() of an unknown position or key fails too.
 */
-class TARVONIX_EXPORT Imagenes
+class TARVONIX_MODEL_EXPORT Imagenes
 {
 public:
     using Enumerator = KeyedCollection<std::shared_ptr<Imagen>>::Enumerator;

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_IOBJETO_H
 #define TARVONIX_IOBJETO_H
 
-#include <tarvonix/tarvonix_export.h>
+#include <tarvonix/tarvonixmodel_export.h>
 
 #include <QMetaType>
 #include <QString>
@@ -27,7 +27,7 @@ class Referencias;
     Geometry is in 16-bit object units; colours are 0x00BBGGRR. A child refers
     to its parent only by the parent's code (getPadre), never by reference.
 */
-class TARVONIX_EXPORT IObjeto
+class TARVONIX_MODEL_EXPORT IObjeto
 {
 public:
     virtual ~IObjeto();

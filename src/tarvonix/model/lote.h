@@ -11,7 +11,7 @@ namespace tarvonix {
     a reference, a product, a vintage year (anada), an internal code and a
     state. The internal code of a new batch is the text "0", not an empty one.
 */
-class TARVONIX_EXPORT Lote : public ObjetoComun
+class TARVONIX_MODEL_EXPORT Lote : public ObjetoComun
 {
 public:
     Lote();

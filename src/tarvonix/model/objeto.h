@@ -14,7 +14,7 @@ namespace tarvonix {
     collection (also when the object could already contain), and
     setPuedeContener(false) drops it.
 */
-class TARVONIX_EXPORT Objeto : public ObjetoComun
+class TARVONIX_MODEL_EXPORT Objeto : public ObjetoComun
 {
 public:
     Objeto();

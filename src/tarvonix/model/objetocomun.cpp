@@ -1,6 +1,6 @@
 #include <tarvonix/model/objetocomun.h>
 
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objetos.h>
 

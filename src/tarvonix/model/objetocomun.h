@@ -21,7 +21,7 @@ namespace tarvonix {
     descripcion loses its leading and trailing spaces; codigo, tipo, tip and
     padre are kept as given.
 */
-class TARVONIX_EXPORT ObjetoComun : public IObjeto
+class TARVONIX_MODEL_EXPORT ObjetoComun : public IObjeto
 {
 public:
     ~ObjetoComun() override;

@@ -2,7 +2,7 @@
 #define TARVONIX_OBJETOS_H
 
 #include <tarvonix/model/iobjeto.h>
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/core/keyedcollection.h>
 
 namespace tarvonix {
 
@@ -15,7 +15,7 @@ namespace tarvonix {
     leaves the collection unchanged). The lookups never fail: an unknown
     position or key yields nullptr. remove() never fails either.
 */
-class TARVONIX_EXPORT Objetos
+class TARVONIX_MODEL_EXPORT Objetos
 {
 public:
     using Enumerator = KeyedCollection<ObjetoPtr>::Enumerator;

@@ -3,8 +3,8 @@
 #include <tarvonix/model/escala.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/model/ubicacion.h>
-#include <tarvonix/platform/error.h>
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/int16.h>
 
 namespace tarvonix {
 

@@ -32,7 +32,7 @@ class Ubicacion;
     A new leg reports one tier from getFilas() although it holds none until
     setEscalas() is called.
 */
-class TARVONIX_EXPORT Pierna : public ObjetoComun
+class TARVONIX_MODEL_EXPORT Pierna : public ObjetoComun
 {
 public:
     Pierna();

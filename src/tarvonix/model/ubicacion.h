@@ -12,7 +12,7 @@ namespace tarvonix {
     carries a set name (conjunto), its tier (escala) and its position number
     within the tier (ubicacion).
 */
-class TARVONIX_EXPORT Ubicacion : public ObjetoComun
+class TARVONIX_MODEL_EXPORT Ubicacion : public ObjetoComun
 {
 public:
     Ubicacion();

@@ -1,7 +1,8 @@
 #ifndef TARVONIX_CHILDCONTROLS_H
 #define TARVONIX_CHILDCONTROLS_H
 
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/core/keyedcollection.h>
+#include <tarvonix/tarvonix_export.h>
 
 #include <QPointer>
 #include <QWidget>

@@ -1,7 +1,7 @@
 #include <tarvonix/platform/controlregistry.h>
 
-#include <tarvonix/platform/error.h>
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/keyedcollection.h>
 
 #include <QWidget>
 

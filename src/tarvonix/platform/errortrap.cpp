@@ -1,6 +1,6 @@
 #include <tarvonix/platform/errortrap.h>
 
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 #include <QApplication>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 #include <tarvonix/platform/latebinding.h>
 
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 #include <QMetaMethod>
 #include <QMetaProperty>

@@ -1,6 +1,6 @@
 #include <tarvonix/platform/propertybag.h>
 
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/core/keyedcollection.h>
 
 #include <QDataStream>
 #include <QFile>

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_REFERENCIA_H
 #define TARVONIX_REFERENCIA_H
 
-#include <tarvonix/tarvonix_export.h>
+#include <tarvonix/tarvonixmodel_export.h>
 
 #include <QMetaType>
 #include <QString>
@@ -15,7 +15,7 @@ namespace tarvonix {
     (clave) to a text and a colour (0x00BBGGRR, white by default). Nothing is
     validated.
 */
-class TARVONIX_EXPORT Referencia
+class TARVONIX_MODEL_EXPORT Referencia
 {
 public:
     Referencia();

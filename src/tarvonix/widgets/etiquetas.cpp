@@ -1,9 +1,9 @@
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/etiquetas.h>
 
 #include <tarvonix/model/color.h>
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/propertybag.h>

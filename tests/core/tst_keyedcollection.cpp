@@ -1,5 +1,5 @@
-#include <tarvonix/platform/error.h>
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/keyedcollection.h>
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include <tarvonix/legend/referencia.h>
+#include <tarvonix/model/referencia.h>
 
 namespace tarvonix {
 

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_ERROR_H
 #define TARVONIX_ERROR_H
 
-#include <tarvonix/tarvonix_export.h>
+#include <tarvonix/tarvonixmodel_export.h>
 
 #include <QString>
 
@@ -17,7 +17,7 @@ namespace tarvonix {
     already test for; the descriptions are the texts shown after an
     operation's label ("MapaX.add->" + description).
 */
-class TARVONIX_EXPORT Error : public std::runtime_error
+class TARVONIX_MODEL_EXPORT Error : public std::runtime_error
 {
 public:
     enum Code {

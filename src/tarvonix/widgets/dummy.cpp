@@ -1,4 +1,4 @@
-#include <tarvonix/containers/dummy.h>
+#include <tarvonix/widgets/dummy.h>
 
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>

@@ -1,4 +1,4 @@
-#include <tarvonix/legend/referencias.h>
+#include <tarvonix/model/referencias.h>
 
 namespace tarvonix {
 

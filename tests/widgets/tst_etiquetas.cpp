@@ -1,4 +1,4 @@
-#include <tarvonix/leg/etiquetas.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/propertybag.h>

@@ -1,7 +1,7 @@
 #ifndef TARVONIX_INT16_H
 #define TARVONIX_INT16_H
 
-#include <tarvonix/tarvonix_export.h>
+#include <tarvonix/tarvonixmodel_export.h>
 
 #include <QtGlobal>
 
@@ -17,16 +17,16 @@ namespace tarvonix {
 */
 
 //! Rounds \a value to the nearest integer, ties to even, and checks that it fits 16 bits.
-TARVONIX_EXPORT qint16 toInt16(double value);
+TARVONIX_MODEL_EXPORT qint16 toInt16(double value);
 
 //! Checks that \a value fits 16 bits.
-TARVONIX_EXPORT qint16 toInt16(qint64 value);
+TARVONIX_MODEL_EXPORT qint16 toInt16(qint64 value);
 
 //! Rounds to the nearest integer with ties to even (2.5 -> 2, 3.5 -> 4), without range check.
-TARVONIX_EXPORT double roundHalfEven(double value);
+TARVONIX_MODEL_EXPORT double roundHalfEven(double value);
 
 //! Two's-complement wrap into 16 bits (33000 -> -32536), with no failure.
-TARVONIX_EXPORT qint16 wrapInt16(qint64 value);
+TARVONIX_MODEL_EXPORT qint16 wrapInt16(qint64 value);
 
 } // namespace tarvonix
 

@@ -1,6 +1,6 @@
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/int16.h>
 
 #include "errorcatcher.h"
 

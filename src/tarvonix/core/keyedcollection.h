@@ -1,7 +1,7 @@
 #ifndef TARVONIX_KEYEDCOLLECTION_H
 #define TARVONIX_KEYEDCOLLECTION_H
 
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 #include <QHash>
 #include <QString>

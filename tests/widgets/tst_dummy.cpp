@@ -1,4 +1,4 @@
-#include <tarvonix/containers/dummy.h>
+#include <tarvonix/widgets/dummy.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/propertybag.h>

@@ -1,4 +1,4 @@
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 namespace tarvonix {
 

@@ -1,6 +1,6 @@
-#include <tarvonix/platform/int16.h>
+#include <tarvonix/core/int16.h>
 
-#include <tarvonix/platform/error.h>
+#include <tarvonix/core/error.h>
 
 #include <cmath>
 #include <limits>

@@ -1,8 +1,8 @@
 #ifndef TARVONIX_REFERENCIAS_H
 #define TARVONIX_REFERENCIAS_H
 
-#include <tarvonix/legend/referencia.h>
-#include <tarvonix/platform/keyedcollection.h>
+#include <tarvonix/model/referencia.h>
+#include <tarvonix/core/keyedcollection.h>
 
 #include <QVariant>
 
@@ -16,7 +16,7 @@ namespace tarvonix {
     An unknown key makes Item() fail with Error::InvalidArgument; find() is
     the lookup that yields nullptr instead. A clave can stand only once.
 */
-class TARVONIX_EXPORT Referencias
+class TARVONIX_MODEL_EXPORT Referencias
 {
 public:
     using Enumerator = KeyedCollection<std::shared_ptr<Referencia>>::Enumerator;
