@@ -5,7 +5,6 @@
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objetos.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
@@ -31,9 +30,6 @@
 namespace tarvonix {
 
 namespace {
-
-const ControlRegistration registration(QStringLiteral("Tarvonix.ContenedorX"),
-                                       [](QWidget *parent) { return new ContenedorX(parent); });
 
 constexpr float margen = 2; // between the control's edge and object coordinate 0
 constexpr float bandaScroll = 40; // a drag this close to the visible edge scrolls the frame

@@ -12,7 +12,6 @@
 #include <tarvonix/model/pierna.h>
 #include <tarvonix/model/ubicacion.h>
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
@@ -35,9 +34,6 @@
 namespace tarvonix {
 
 namespace {
-
-const ControlRegistration registration(QStringLiteral("Tarvonix.PiernaX"),
-                                       [](QWidget *parent) { return new PiernaX(parent); });
 
 constexpr qint32 blanco = 0xFFFFFF;
 constexpr qint32 negro = 0;

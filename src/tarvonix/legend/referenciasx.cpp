@@ -1,7 +1,6 @@
 #include <tarvonix/legend/referenciasx.h>
 
 #include <tarvonix/legend/referenciax.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/propertybag.h>
 
@@ -12,9 +11,6 @@
 namespace tarvonix {
 
 namespace {
-
-const ControlRegistration registration(QStringLiteral("Tarvonix.ReferenciasX"),
-                                       [](QWidget *parent) { return new ReferenciasX(parent); });
 
 constexpr int altoFila = 24;
 

@@ -1,6 +1,5 @@
 #include <tarvonix/legend/referenciax.h>
 
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/latebinding.h>
@@ -13,9 +12,6 @@
 namespace tarvonix {
 
 namespace {
-
-const ControlRegistration registration(QStringLiteral("Tarvonix.ReferenciaX"),
-                                       [](QWidget *parent) { return new ReferenciaX(parent); });
 
 constexpr double xCaja = 7; // left edge of the colour box
 constexpr double ladoCaja = 9; // the box spans ladoCaja + 1 pixels

@@ -5,16 +5,12 @@
 #include <tarvonix/map/barratitulo_p.h>
 #include <tarvonix/views/imapax.h>
 #include <tarvonix/model/iobjeto.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/latebinding.h>
 
 namespace tarvonix {
 
 namespace {
-
-const ControlRegistration registration(QStringLiteral("Tarvonix.FrameRefX"),
-                                       [](QWidget *parent) { return new FrameRefX(parent); });
 
 constexpr int anchoBoton = 22;
 constexpr int anchoMinimo = 150;

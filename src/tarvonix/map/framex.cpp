@@ -6,7 +6,6 @@
 #include <tarvonix/views/imapax.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/childcontrols.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/core/int16.h>
@@ -19,10 +18,7 @@ namespace tarvonix {
 
 namespace {
 
-const ControlRegistration registration(QStringLiteral("Tarvonix.FrameX"),
-                                       [](QWidget *parent) { return new FrameX(parent); });
-
-const QString nombreConten = QStringLiteral("conten");
+constexpr QLatin1String nombreConten("conten");
 
 // Design sizes, in pixels: the buttons and bars are 18 and 17 wide.
 constexpr int anchoBoton = 18;

@@ -4,7 +4,6 @@
 #include <tarvonix/model/referencias.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
@@ -22,11 +21,8 @@ namespace tarvonix {
 
 namespace {
 
-const ControlRegistration registration(QStringLiteral("Tarvonix.MapaX"),
-                                       [](QWidget *parent) { return new MapaX(parent); });
-
-const QString nombreLeyenda = QStringLiteral("REF");
-const QString nombreCaja = QStringLiteral("caja");
+constexpr QLatin1String nombreLeyenda("REF");
+constexpr QLatin1String nombreCaja("caja");
 
 // The deferred layout actions, in the order of their codes.
 enum Accion : qint16 {

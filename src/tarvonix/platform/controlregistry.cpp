@@ -12,15 +12,24 @@ struct ControlRegistry::Private
     KeyedCollection<Factory> factories;
 };
 
+// Defined with the list of the library's controls, at the top of the library.
+void registerLibraryControls(ControlRegistry &registry);
+
 ControlRegistry::ControlRegistry()
-    : d(new Private) // lives as long as the process, like the registrations that fill it
+    : d(new Private) // lives as long as the process
 {
 }
 
 ControlRegistry &ControlRegistry::instance()
 {
-    static ControlRegistry registry;
-    return registry;
+    // Filled on first use rather than by constructors of globals, which a static
+    // build drops when nothing else refers to their object files.
+    static ControlRegistry *const registry = [] {
+        auto *filled = new ControlRegistry;
+        registerLibraryControls(*filled);
+        return filled;
+    }();
+    return *registry;
 }
 
 void ControlRegistry::add(const QString &progId, Factory factory)
@@ -46,11 +55,6 @@ QWidget *ControlRegistry::create(const QString &progId, QWidget *parent) const
     if (!factory)
         throw Error(Error::InvalidArgument, QStringLiteral("Invalid class string: %1").arg(progId));
     return factory(parent);
-}
-
-ControlRegistration::ControlRegistration(const QString &progId, ControlRegistry::Factory factory)
-{
-    ControlRegistry::instance().add(progId, std::move(factory));
 }
 
 } // namespace tarvonix

@@ -17,15 +17,18 @@ namespace tarvonix {
 
     Controls create their child controls at run time by a ProgID made of
     "Tarvonix." and the class name ("Tarvonix.FrameX", "Tarvonix.Dummy").
-    Each control registers its factory once, when the library is loaded,
-    with a ControlRegistration object in its source file. ProgIDs compare
-    without regard to letter case.
+    The registry fills itself with every control of the library the first
+    time it is used, so a static build or a plugin that links the library
+    keeps every name; no control registers itself at load time. A host adds
+    its own controls with add(). ProgIDs compare without regard to letter
+    case.
 */
 class TARVONIX_EXPORT ControlRegistry
 {
 public:
     using Factory = std::function<QWidget *(QWidget *parent)>;
 
+    //! The registry, holding every control of the library from the first call on.
     static ControlRegistry &instance();
 
     //! Registers \a factory under \a progId, replacing an earlier one.
@@ -40,13 +43,6 @@ private:
     ControlRegistry();
     struct Private;
     Private *d;
-};
-
-//! Registers a control at load time: `static const ControlRegistration r("Tarvonix.X", factory);`
-class TARVONIX_EXPORT ControlRegistration
-{
-public:
-    ControlRegistration(const QString &progId, ControlRegistry::Factory factory);
 };
 
 } // namespace tarvonix

@@ -1,7 +1,6 @@
 #include <tarvonix/widgets/dummy.h>
 
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/propertybag.h>
 
 #include <QPainter>
@@ -9,9 +8,6 @@
 namespace tarvonix {
 
 namespace {
-
-const ControlRegistration registration(QStringLiteral("Tarvonix.Dummy"),
-                                       [](QWidget *parent) { return new Dummy(parent); });
 
 constexpr qint16 defaultBackStyle = 0;
 constexpr qint32 defaultBackColor = 0xFFFFFF;

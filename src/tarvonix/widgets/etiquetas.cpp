@@ -2,7 +2,6 @@
 
 #include <tarvonix/model/color.h>
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/platform/errortrap.h>
@@ -23,9 +22,6 @@
 namespace tarvonix {
 
 namespace {
-
-const ControlRegistration registration(QStringLiteral("Tarvonix.etiquetas"),
-                                       [](QWidget *parent) { return new etiquetas(parent); });
 
 constexpr QSize tamanoDiseno(100, 20);
 constexpr qint16 defaultSentido = 0;
