@@ -5,6 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/setup.sh
+scripts/check-includes.sh
 
 jobs=$(nproc 2>/dev/null || echo 2)
 export QT_QPA_PLATFORM=offscreen
@@ -13,6 +14,8 @@ for preset in default asan; do
     echo "== $preset build"
     cmake --preset "$preset" >/dev/null
     cmake --build --preset "$preset" -j "$jobs"
+    # The model library links Qt Core and Gui, nothing of the widgets.
+    scripts/check-includes.sh "build/$preset/lib/libtarvonix_model.so"
     echo "== $preset tests"
     ctest --preset "$preset" -j "$jobs"
 done

@@ -145,7 +145,7 @@ struct ContenedorX::Ajuste
 };
 
 ContenedorX::ContenedorX(QWidget *parent)
-    : QWidget(parent)
+    : VistaX(parent)
     , m_seleccionados(std::make_shared<Objetos>())
     , m_cajas(this)
 {
@@ -161,19 +161,6 @@ ContenedorX::ContenedorX(QWidget *parent)
 }
 
 ContenedorX::~ContenedorX() = default;
-
-IContenedorX *ContenedorX::cast()
-{
-    return this;
-}
-
-void ContenedorX::setViewPort(float left, float top, float right, float bottom)
-{
-    m_viewLeft = left;
-    m_viewTop = top;
-    m_viewRight = right;
-    m_viewBottom = bottom;
-}
 
 qint16 ContenedorX::BorderStyle() const
 {
@@ -284,8 +271,8 @@ void ContenedorX::pintar(const QRect &expuesto)
         const float y = k->getY() * m_escala + margen;
         const float w = k->getAncho() * m_escala;
         const float h = k->getAlto() * m_escala;
-        const bool horizontal = dentro(x, m_viewLeft, m_viewRight) || dentro(x + w, m_viewLeft, m_viewRight);
-        const bool vertical = dentro(y, m_viewTop, m_viewBottom) || dentro(y + h, m_viewTop, m_viewBottom);
+        const bool horizontal = dentro(x, viewLeft(), viewRight()) || dentro(x + w, viewLeft(), viewRight());
+        const bool vertical = dentro(y, viewTop(), viewBottom()) || dentro(y + h, viewTop(), viewBottom());
         if (horizontal && vertical && areaDibujo(x, y, w, h).intersects(exposedArea))
             dibujarObjeto(x, y, w, h, k);
     }
@@ -315,7 +302,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
             s.setFillStyle(Surface::FillSolid);
             s.setFillColor(s.backColor());
             s.setForeColor(s.backColor());
-            if (!imagen && forma == 2) {
+            if (!imagen && forma == FormaCirculo) {
                 const float r = w / 2 - 1;
                 s.circle(x + r, y + r, r);
             } else {
@@ -323,16 +310,16 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
             }
             // 2. The inner rectangle: a square at the left for forma 3.
             float ix = x, iy = y, iw = w, ih = h;
-            if (forma == 3) {
+            if (forma == FormaCuadro) {
                 ix = x + 2;
                 iy = y + 2;
                 iw = h - 4;
                 ih = h - 4;
             }
             const auto formaInterior = [&](float r) {
-                if (forma == 1 || forma == 3)
+                if (forma == FormaCaja || forma == FormaCuadro)
                     s.box(ix + 1, iy + 1, ix + iw - 2, iy + ih - 2);
-                else if (forma == 2)
+                else if (forma == FormaCirculo)
                     s.circle(ix + r + 1, iy + r + 1, r);
             };
             if (imagen) {
@@ -354,7 +341,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
                 s.setFillColor(col == blanco && seleccionado ? negro : col);
                 s.setForeColor(col);
                 formaInterior(iw / 2 - 2);
-                if (!seleccionado && forma != 3)
+                if (!seleccionado && forma != FormaCuadro)
                     s.setForeColor(Color::esColorClaro(col) ? negro : blanco);
                 else
                     s.setForeColor(negro);
@@ -362,7 +349,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
             // 5.
             s.setFillStyle(Surface::FillTransparent);
             // 6. The tip: right of the square for forma 3, centred otherwise.
-            if (forma == 3)
+            if (forma == FormaCuadro)
                 printX(tip, ix + iw + 2, y, w - iw - 4, h, 2);
             else
                 printX(tip, ix, iy, iw, ih, 0);
@@ -372,10 +359,10 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
         }
 
         // The outline, never around the bound object itself.
-        if (objeto.getCodigo() != requerido(m_objeto).getCodigo() && (forma != 3 || seleccionado)) {
-            if (forma == 1 || forma == 3) {
+        if (objeto.getCodigo() != requerido(m_objeto).getCodigo() && (forma != FormaCuadro || seleccionado)) {
+            if (forma == FormaCaja || forma == FormaCuadro) {
                 s.box(x, y, x + w - 1, y + h - 1);
-            } else if (forma == 2) {
+            } else if (forma == FormaCirculo) {
                 const float r = w / 2 - 1;
                 s.circle(x + r, y + r, r);
             }
@@ -975,13 +962,13 @@ Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efec
             efecto = Qt::CopyAction;
         }
         // 5. Near the visible rectangle's edges the frame scrolls.
-        if (x < m_viewLeft + bandaScroll)
+        if (x < viewLeft() + bandaScroll)
             llamarFrame(QStringLiteral("hScroll"), { QVariant::fromValue<qint16>(-1) });
-        else if (x > m_viewRight - bandaScroll)
+        else if (x > viewRight() - bandaScroll)
             llamarFrame(QStringLiteral("hScroll"), { QVariant::fromValue<qint16>(1) });
-        if (y < m_viewTop + bandaScroll)
+        if (y < viewTop() + bandaScroll)
             llamarFrame(QStringLiteral("vScroll"), { QVariant::fromValue<qint16>(-1) });
-        else if (y > m_viewBottom - bandaScroll)
+        else if (y > viewBottom() - bandaScroll)
             llamarFrame(QStringLiteral("vScroll"), { QVariant::fromValue<qint16>(1) });
     });
     return efecto;

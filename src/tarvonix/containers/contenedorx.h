@@ -1,7 +1,7 @@
 #ifndef TARVONIX_CONTENEDORX_H
 #define TARVONIX_CONTENEDORX_H
 
-#include <tarvonix/model/icontenedorx.h>
+#include <tarvonix/views/vistax.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/tarvonix_export.h>
@@ -47,7 +47,7 @@ class Dummy;
 
     Created by name as "Tarvonix.ContenedorX".
 */
-class TARVONIX_EXPORT ContenedorX : public QWidget, public IContenedorX
+class TARVONIX_EXPORT ContenedorX : public VistaX
 {
     Q_OBJECT
     //! 0 none, 1 a single line around the control.
@@ -57,10 +57,6 @@ public:
     explicit ContenedorX(QWidget *parent = nullptr);
     ~ContenedorX() override;
 
-    //! The control seen through its contract.
-    Q_INVOKABLE tarvonix::IContenedorX *cast();
-    //! The visible rectangle in drawing units; children wholly outside it are not painted.
-    Q_INVOKABLE void setViewPort(float left, float top, float right, float bottom);
     /*!
         Prints \a texto inside the rectangle (\a x, \a y, \a ancho, \a alto)
         with a margin of 2. \a posicion AND 3 aligns horizontally (0 centre,
@@ -166,7 +162,6 @@ private:
     IMapaX *m_root = nullptr;
     std::shared_ptr<Objetos> m_seleccionados;
     float m_escala = 1.0f;
-    float m_viewLeft = 0, m_viewTop = 0, m_viewRight = 0, m_viewBottom = 0;
     bool m_bloqueo = false;
 
     // Pointer and drag state.

@@ -80,7 +80,7 @@ bool celdaDelCodigo(const QString &codigo, qint16 &fila, qint16 &columna)
 } // namespace
 
 PiernaX::PiernaX(QWidget *parent)
-    : QWidget(parent)
+    : VistaX(parent)
     , m_seleccionados(std::make_shared<Objetos>())
     , m_ubicaciones(new etiquetas(this))
     , m_escalas(new etiquetas(this))
@@ -127,11 +127,6 @@ PiernaX::~PiernaX() = default;
 // ---------------------------------------------------------------------------
 // Members reached by name
 
-IContenedorX *PiernaX::cast()
-{
-    return this;
-}
-
 QString PiernaX::FontName() const
 {
     return font().family();
@@ -156,14 +151,6 @@ void PiernaX::setFontSize(qint16 size)
     QFont fuente = font();
     fuente.setPointSize(size);
     setFont(fuente);
-}
-
-void PiernaX::setViewPort(float x0, float y0, float x1, float y1)
-{
-    m_viewX0 = x0;
-    m_viewY0 = y0;
-    m_viewX1 = x1;
-    m_viewY1 = y1;
 }
 
 void PiernaX::escalaSeleccionada()
@@ -247,7 +234,7 @@ void PiernaX::setActivo(const ObjetoPtr &objeto, bool valor)
         // The leg itself has no cell to mark.
         if (objeto->getCodigo() != pierna()->getCodigo()) {
             objeto->setActivo(valor);
-            if (objeto->getForma() != 0)
+            if (objeto->getForma() != FormaNinguna)
                 dibujarCelda(objeto);
         }
     });
@@ -493,7 +480,7 @@ void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const
         m_surface.setFillStyle(Surface::FillSolid);
         m_surface.setFillColor(fondo);
         m_surface.setForeColor(fondo);
-        if (!imagen && forma == 2) {
+        if (!imagen && forma == FormaCirculo) {
             const double r = ancho / 2 - 1;
             m_surface.circle(x + r, y + r, r);
         } else {
@@ -506,9 +493,9 @@ void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const
             m_surface.setFillStyle(seleccionado ? Surface::FillUpwardDiagonal : Surface::FillSolid);
             m_surface.setFillColor(seleccionado && color == blanco ? negro : color);
             m_surface.setForeColor(color);
-            if (forma == 1) {
+            if (forma == FormaCaja) {
                 m_surface.box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
-            } else if (forma == 2) {
+            } else if (forma == FormaCirculo) {
                 const double r = ancho / 2 - 2;
                 m_surface.circle(x + r + 1, y + r + 1, r);
             }
@@ -522,9 +509,9 @@ void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const
             if (seleccionado) {
                 m_surface.setFillStyle(Surface::FillUpwardDiagonal);
                 m_surface.setFillColor(negro);
-                if (forma == 1) {
+                if (forma == FormaCaja) {
                     m_surface.box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
-                } else if (forma == 2) {
+                } else if (forma == FormaCirculo) {
                     const double r = ancho / 2 - 2;
                     m_surface.circle(x + r + 1, y + r + 1, r);
                 }
@@ -539,9 +526,9 @@ void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const
         // 5. The outline: dotted for the active object.
         m_surface.setForeColor(negro);
         m_surface.setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
-        if (forma == 1) {
+        if (forma == FormaCaja) {
             m_surface.box(x, y, x + ancho - 1, y + alto - 1);
-        } else if (forma == 2) {
+        } else if (forma == FormaCirculo) {
             const double r = ancho / 2 - 1;
             m_surface.circle(x + r, y + r, r);
         }
@@ -650,7 +637,7 @@ void PiernaX::unselectAll()
     trap(QStringLiteral("PiernaX.unselectAll->"), [this] {
         for (const ObjetoPtr &objeto : *m_seleccionados) {
             objeto->setSeleccionado(false);
-            if (objeto->getForma() != 0)
+            if (objeto->getForma() != FormaNinguna)
                 dibujarCelda(objeto);
         }
         m_seleccionados->clear();
@@ -918,13 +905,13 @@ void PiernaX::dragOver(const QMimeData *datos, qint32 &effect, int button, int s
         LateBinding::call(frame, QStringLiteral("activate"));
     effect = shift == ShiftMask ? 0 : 1;
     // Scroll the frame while the pointer is near the edges of what it shows.
-    if (x < m_viewX0 + bordeDesplazamiento)
+    if (x < viewLeft() + bordeDesplazamiento)
         LateBinding::call(frame, QStringLiteral("hScroll"), { -1 });
-    else if (x > m_viewX1 - bordeDesplazamiento)
+    else if (x > viewRight() - bordeDesplazamiento)
         LateBinding::call(frame, QStringLiteral("hScroll"), { 1 });
-    if (y < m_viewY0 + bordeDesplazamiento)
+    if (y < viewTop() + bordeDesplazamiento)
         LateBinding::call(frame, QStringLiteral("vScroll"), { -1 });
-    else if (y > m_viewY1 - bordeDesplazamiento)
+    else if (y > viewBottom() - bordeDesplazamiento)
         LateBinding::call(frame, QStringLiteral("vScroll"), { 1 });
 }
 

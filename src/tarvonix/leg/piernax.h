@@ -1,7 +1,7 @@
 #ifndef TARVONIX_PIERNAX_H
 #define TARVONIX_PIERNAX_H
 
-#include <tarvonix/model/icontenedorx.h>
+#include <tarvonix/views/vistax.h>
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/tarvonix_export.h>
 
@@ -48,7 +48,7 @@ class etiquetas;
 
     Created by name as "Tarvonix.PiernaX".
 */
-class TARVONIX_EXPORT PiernaX : public QWidget, public IContenedorX
+class TARVONIX_EXPORT PiernaX : public VistaX
 {
     Q_OBJECT
     //! The family of the drawing font.
@@ -60,8 +60,6 @@ public:
     explicit PiernaX(QWidget *parent = nullptr);
     ~PiernaX() override;
 
-    //! The control seen through its container contract.
-    Q_INVOKABLE tarvonix::IContenedorX *cast();
 
     /*!
         Prints \a texto in the box (\a margenx, \a margeny, \a ancho, \a alto)
@@ -78,8 +76,6 @@ public:
     qint16 FontSize() const;
     void setFontSize(qint16 size);
 
-    //! The part of the control that its frame shows; a drag scrolls when it comes near its edges.
-    Q_INVOKABLE void setViewPort(float x0, float y0, float x1, float y1);
 
     //! Drops a tier picked on the tier strip from the selection, before cells are selected.
     Q_INVOKABLE void escalaSeleccionada();
@@ -174,10 +170,6 @@ private:
     double m_downY = 0;
     bool m_rubberBand = false;
     bool m_armed = false;
-    float m_viewX0 = 0;
-    float m_viewY0 = 0;
-    float m_viewX1 = 0;
-    float m_viewY1 = 0;
 
     Surface m_surface;
     etiquetas *m_ubicaciones;

@@ -174,7 +174,7 @@ ObjetoPtr FrameX::setActive(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("FrameX.setActive->"), [&] {
         if (d->pActive) {
-            root().setActive(obj, this, 1);
+            root().setActive(obj, this, IMapaX::ObjetoActivo);
             if (codigoDe(obj) != codigoDe(d->objetoActivo)) {
                 contenedor().setActivo(d->objetoActivo, false);
                 d->objetoActivo = obj;
@@ -305,7 +305,7 @@ void FrameX::setActivo(const ObjetoPtr &objeto, bool valor)
         d->barra.mostrarActivo(valor);
         if (valor && !isHidden() && isEnabled()) {
             raise();
-            root().setActive(nullptr, this, 2);
+            root().setActive(nullptr, this, IMapaX::FrameActivo);
         }
         if (d->conten)
             contenedor().setActivo(objeto, valor);

@@ -2,6 +2,7 @@
 #define TARVONIX_FRAMEX_H
 
 #include <tarvonix/model/icontenedorx.h>
+#include <tarvonix/views/iframex.h>
 #include <tarvonix/tarvonix_export.h>
 
 #include <QWidget>
@@ -29,7 +30,7 @@ namespace tarvonix {
     Created by name as "Tarvonix.FrameX". Failures are shown as
     "FrameX.operation->description".
 */
-class TARVONIX_EXPORT FrameX : public QWidget, public IContenedorX
+class TARVONIX_EXPORT FrameX : public QWidget, public IContenedorX, public IFrameX
 {
     Q_OBJECT
     //! Whether the frame is the active one.
@@ -39,7 +40,7 @@ public:
     explicit FrameX(QWidget *parent = nullptr);
     ~FrameX() override;
 
-    bool pActive() const;
+    bool pActive() const override;
     void setPActive(bool active);
 
     //! The frame seen through its contract.
@@ -50,19 +51,19 @@ public:
     Q_INVOKABLE float getDragX() const;
     Q_INVOKABLE float getDragY() const;
     //! Makes \a obj the frame's active object (activating the frame first if need be); answers it.
-    Q_INVOKABLE tarvonix::ObjetoPtr setActive(const tarvonix::ObjetoPtr &obj);
+    Q_INVOKABLE tarvonix::ObjetoPtr setActive(const tarvonix::ObjetoPtr &obj) override;
     //! The contained control changed its size: fit the frame and its scroll bars to it.
-    Q_INVOKABLE void Resize(QWidget *micontrol);
+    Q_INVOKABLE void Resize(QWidget *micontrol) override;
     Q_INVOKABLE void Icontenedorx_refrescar();
     Q_INVOKABLE void icontenedorx_setBloqueo(bool valor);
     //! Activates the frame when it is not active.
-    Q_INVOKABLE void activate();
-    Q_INVOKABLE bool isActive() const;
+    Q_INVOKABLE void activate() override;
+    Q_INVOKABLE bool isActive() const override;
     //! Tells \a micontrol which part of it shows between the title and the scroll bars.
     Q_INVOKABLE void setViewPort(QWidget *micontrol);
     //! Scrolls one step in \a value's direction (-1 or 1).
-    Q_INVOKABLE void hScroll(qint16 value);
-    Q_INVOKABLE void vScroll(qint16 value);
+    Q_INVOKABLE void hScroll(qint16 value) override;
+    Q_INVOKABLE void vScroll(qint16 value) override;
 
     // IContenedorX
     void setObjeto(const ObjetoPtr &objeto) override;

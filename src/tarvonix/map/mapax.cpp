@@ -197,7 +197,7 @@ void MapaX::removeAll()
 {
     trap(QStringLiteral("MapaX.removeAll->"), [&] {
         // 1.-2. No active frame, no active object.
-        IMapaX_setActive(nullptr, nullptr, 2);
+        IMapaX_setActive(nullptr, nullptr, IMapaX::FrameActivo);
         d->frameActivo = nullptr;
         d->objetoActivo = nullptr;
         // 3. Over a copy of the names, so that removing does not skip any.
@@ -543,7 +543,7 @@ void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 o
 {
     trap(QStringLiteral("MapaX.IMapaX_setActive->"), [&] {
         // 1. A frame became active: the one before is told, the legend follows.
-        if (op == 2) {
+        if (op == IMapaX::FrameActivo) {
             if (d->frameActivo)
                 contratoDe(d->frameActivo)->setActivo(nullptr, false);
             d->frameActivo = dynamic_cast<QWidget *>(frame);

@@ -16,6 +16,17 @@ class Objetos;
 class Referencias;
 
 /*!
+    The shapes a view draws a map object in (IObjeto::getForma()); the API
+    keeps the number, these name its values.
+*/
+enum Forma : qint16 {
+    FormaNinguna = 0, //!< drawn as nothing in particular; a leg does not redraw its cell
+    FormaCaja = 1,    //!< a box
+    FormaCirculo = 2, //!< a circle as wide as the box
+    FormaCuadro = 3,  //!< a colour square at the left, the text to its right
+};
+
+/*!
     The contract of every map object.
 
     A map object is a plain record that the host fills and the controls read;

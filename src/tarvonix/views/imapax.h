@@ -21,6 +21,12 @@ class IContenedorX;
 class IMapaX
 {
 public:
+    //! What setActive() reports as active.
+    enum Activacion : qint16 {
+        ObjetoActivo = 1, //!< an object inside a frame
+        FrameActivo = 2,  //!< the frame itself
+    };
+
     virtual ~IMapaX() = default;
 
     //! The user clicked \a obj; \a multi is true when several objects are selected.
@@ -30,7 +36,7 @@ public:
     virtual void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) = 0; // 3
     //! The user moved \a obj: its position or size changed.
     virtual void moved(const ObjetoPtr &obj) = 0;                                      // 4
-    //! An object (op 1) or a frame itself (op 2) became active.
+    //! An object (ObjetoActivo) or a frame itself (FrameActivo) became active.
     virtual void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) = 0;  // 5
     //! Asks the root to bring \a control into view.
     virtual void ensureVisible(QWidget *control) = 0;                                 // 6
