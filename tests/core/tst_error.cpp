@@ -4,6 +4,7 @@
 
 #include "errorcatcher.h"
 
+#include <QLoggingCategory>
 #include <QTest>
 
 #include <limits>
@@ -16,7 +17,7 @@ class tst_Error : public QObject
 
 private Q_SLOTS:
     void trapReportsLabelAndDescription();
-    void trapKeepsGoingWhenTheHandlerFails();
+    void fallbackReportGoesToTheLoggingCategory();
     void handlersAreReplacedAndRestored();
     void int16Conversions_data();
     void int16Conversions();
@@ -50,12 +51,31 @@ void tst_Error::trapReportsLabelAndDescription()
     QCOMPARE(custom.description(), QStringLiteral("Ubicación inválida"));
 }
 
-void tst_Error::trapKeepsGoingWhenTheHandlerFails()
+namespace {
+QStringList logged;
+void recordLog(QtMsgType, const QMessageLogContext &context, const QString &message)
 {
+    logged.append(QLatin1String(context.category) + QLatin1Char(':') + message);
+}
+} // namespace
+
+void tst_Error::fallbackReportGoesToTheLoggingCategory()
+{
+    // A handler that fails must not take the trap down: the text falls back to "tarvonix.error".
     const ErrorHandler previous = setErrorHandler([](const QString &) { throw std::logic_error("handler broke"); });
-    QTest::ignoreMessage(QtWarningMsg, "Etiquetas.UserControl_Paint->Overflow");
+    logged.clear();
+    const QtMessageHandler qtHandler = qInstallMessageHandler(recordLog);
     QVERIFY(!trap(QStringLiteral("Etiquetas.UserControl_Paint->"), [] { throw Error(Error::Overflow); }));
+    // No handler on the offscreen platform: the same category, which a host can silence.
+    setErrorHandler({});
+    reportError(QStringLiteral("MapaX.add->Overflow"));
+    QLoggingCategory::setFilterRules(QStringLiteral("tarvonix.error=false"));
+    reportError(QStringLiteral("MapaX.remove->Overflow"));
+    QLoggingCategory::setFilterRules(QString());
+    qInstallMessageHandler(qtHandler);
     setErrorHandler(previous);
+    QCOMPARE(logged, (QStringList{QStringLiteral("tarvonix.error:Etiquetas.UserControl_Paint->Overflow"),
+                                  QStringLiteral("tarvonix.error:MapaX.add->Overflow")}));
 }
 
 void tst_Error::handlersAreReplacedAndRestored()

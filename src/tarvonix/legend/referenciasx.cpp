@@ -3,6 +3,7 @@
 #include <tarvonix/legend/referenciax.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/propertybag.h>
+#include <tarvonix/platform/stylecodes.h>
 
 #include <QPainter>
 
@@ -15,41 +16,54 @@ namespace {
 constexpr int altoFila = 24;
 
 constexpr qint32 defaultBackColor = 0xFFFFFF;
-constexpr qint16 defaultBorderStyle = 0;
+constexpr qint16 defaultBorderStyle = BorderNone;
 constexpr float defaultFontSize = 0;
 constexpr qint32 defaultForeColor = qint32(0x80000012); // the system's button text
 
 } // namespace
 
+struct ReferenciasX::Private
+{
+    explicit Private(ReferenciasX *lista)
+        : filas(lista)
+    {
+    }
+
+    Surface surface;
+    qint16 borderStyle = defaultBorderStyle;
+    std::shared_ptr<Referencias> referencias;
+    ChildControls filas;
+};
+
 ReferenciasX::ReferenciasX(QWidget *parent)
     : QWidget(parent)
-    , m_filas(this)
+    , d(std::make_unique<Private>(this))
 {
-    m_surface.setBackColor(defaultBackColor);
-    m_surface.setForeColor(defaultForeColor);
+    d->surface.setBackColor(defaultBackColor);
+    d->surface.setForeColor(defaultForeColor);
 }
 
 ReferenciasX::~ReferenciasX() = default;
 
 qint32 ReferenciasX::BackColor() const
 {
-    return m_surface.backColor();
+    return d->surface.backColor();
 }
 
 void ReferenciasX::setBackColor(qint32 colour)
 {
-    m_surface.setBackColor(colour);
+    d->surface.setBackColor(colour);
     update();
 }
 
 qint16 ReferenciasX::BorderStyle() const
 {
-    return m_borderStyle;
+    return d->borderStyle;
 }
 
 void ReferenciasX::setBorderStyle(qint16 style)
 {
-    m_borderStyle = style;
+    d->borderStyle = style;
     update();
 }
 
@@ -95,40 +109,40 @@ void ReferenciasX::setFontSize(float size)
 
 qint32 ReferenciasX::ForeColor() const
 {
-    return m_surface.foreColor();
+    return d->surface.foreColor();
 }
 
 void ReferenciasX::setForeColor(qint32 colour)
 {
-    m_surface.setForeColor(colour);
+    d->surface.setForeColor(colour);
     update();
 }
 
 int ReferenciasX::borde() const
 {
-    return m_borderStyle == 1 ? 1 : 0;
+    return d->borderStyle == BorderSingle ? 1 : 0;
 }
 
 void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
 {
     // 1. Keep the list.
-    m_referencias = lista;
+    d->referencias = lista;
     // 2. Away with the rows of the previous list.
-    const QStringList anteriores = m_filas.names();
+    const QStringList anteriores = d->filas.names();
     for (const QString &nombre : anteriores)
-        m_filas.remove(nombre);
-    if (!m_referencias)
+        d->filas.remove(nombre);
+    if (!d->referencias)
         throw Error(Error::ObjectNotSet);
 
     // 3. One row per key, stacked from the top.
     const int b = borde();
     int arriba = 0;
     int masAncha = 0;
-    auto claves = m_referencias->NewEnum();
+    auto claves = d->referencias->NewEnum();
     while (claves.hasNext()) {
         const std::shared_ptr<Referencia> r = claves.next();
         QWidget *control
-            = m_filas.add(QStringLiteral("Tarvonix.ReferenciaX"), QStringLiteral("R") + r->getClave());
+            = d->filas.add(QStringLiteral("Tarvonix.ReferenciaX"), QStringLiteral("R") + r->getClave());
         auto *fila = qobject_cast<ReferenciaX *>(control);
         if (!fila)
             throw Error(Error::MemberNotSupported);
@@ -142,14 +156,14 @@ void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
     }
 
     // 4. Every row as wide as the widest.
-    const QStringList nombres = m_filas.names();
+    const QStringList nombres = d->filas.names();
     for (const QString &nombre : nombres) {
-        QWidget *fila = m_filas.item(nombre);
+        QWidget *fila = d->filas.item(nombre);
         fila->resize(masAncha, fila->height());
     }
 
     // 5. The list takes the size of its rows (and of its border).
-    resize(masAncha + 2 * b, m_referencias->count() * altoFila + 2 * b);
+    resize(masAncha + 2 * b, d->referencias->count() * altoFila + 2 * b);
 
     // 6.
     Q_EMIT Resize();
@@ -157,7 +171,7 @@ void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
 
 std::shared_ptr<Referencias> ReferenciasX::referencias() const
 {
-    return m_referencias;
+    return d->referencias;
 }
 
 void ReferenciasX::readProperties(const PropertyBag &bag)
@@ -183,13 +197,13 @@ void ReferenciasX::writeProperties(PropertyBag &bag) const
 void ReferenciasX::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    Surface::Painting painting(m_surface, painter);
-    m_surface.clear(0, 0, width(), height());
+    Surface::Painting painting(d->surface, painter);
+    d->surface.clear(0, 0, width(), height());
     if (borde() > 0) {
         // Drawn in the fore colour, like the outlines of the rows' colour boxes.
-        m_surface.setFillStyle(Surface::FillTransparent);
-        m_surface.setDrawStyle(Surface::DrawSolid);
-        m_surface.box(0, 0, width() - 1, height() - 1);
+        d->surface.setFillStyle(Surface::FillTransparent);
+        d->surface.setDrawStyle(Surface::DrawSolid);
+        d->surface.box(0, 0, width() - 1, height() - 1);
     }
 }
 

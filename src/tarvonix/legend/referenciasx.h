@@ -28,7 +28,7 @@ class PropertyBag;
     Clicking or double-clicking a row raises Click or DblClick with the row's
     Referencia. The rows reach the list through these same members by name.
 
-    With BorderStyle 1 the list draws a single-line border around its rows
+    With BorderStyle BorderSingle (1) the list draws a single-line border around its rows
     and is two pixels wider and higher than they are.
 
     Width, Height, Visible and Refresh are the widget's own. The six
@@ -93,12 +93,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    int borde() const;
+    struct Private;
+    std::unique_ptr<Private> d;
 
-    Surface m_surface;
-    qint16 m_borderStyle = 0;
-    std::shared_ptr<Referencias> m_referencias;
-    ChildControls m_filas;
+    int borde() const;
 };
 
 } // namespace tarvonix

@@ -64,12 +64,11 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
+    struct Private;
+    std::unique_ptr<Private> d;
+
     void pintar();
     void pasarAlContenedor(const char *evento);
-
-    Surface m_surface;
-    std::shared_ptr<Referencia> m_referencia;
-    bool m_pulsado = false;
 };
 
 } // namespace tarvonix

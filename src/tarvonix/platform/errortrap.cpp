@@ -4,11 +4,14 @@
 
 #include <QApplication>
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <QMessageBox>
 
 namespace tarvonix {
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcError, "tarvonix.error", QtWarningMsg)
 
 ErrorHandler &installedHandler()
 {
@@ -25,7 +28,7 @@ void showMessageBox(const QString &message)
     const QString platform = QGuiApplication::platformName();
     if (showing || !qobject_cast<QApplication *>(QCoreApplication::instance())
         || platform == QLatin1String("offscreen") || platform == QLatin1String("minimal")) {
-        qWarning("%s", qUtf8Printable(message));
+        qCWarning(lcError, "%s", qUtf8Printable(message));
         return;
     }
     showing = true;
@@ -45,7 +48,7 @@ void reportError(const QString &message)
             showMessageBox(message);
     } catch (...) {
         // A handler that fails must not take the trap down with it.
-        qWarning("%s", qUtf8Printable(message));
+        qCWarning(lcError, "%s", qUtf8Printable(message));
     }
 }
 

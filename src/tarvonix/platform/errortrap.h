@@ -22,7 +22,11 @@ namespace tarvonix {
 
     The text goes to the handler installed with setErrorHandler(). The default
     handler shows a critical message box titled with the application's name;
-    tests and hosts without a screen install their own.
+    tests and hosts without a screen install their own. Where no box can be
+    shown (no QApplication, the offscreen or minimal platform, a box already
+    open) and when a handler itself fails, the text goes to the logging
+    category "tarvonix.error" as a warning, which hosts can filter with
+    QLoggingCategory::setFilterRules().
 */
 
 using ErrorHandler = std::function<void(const QString &message)>;

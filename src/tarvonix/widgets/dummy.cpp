@@ -2,6 +2,7 @@
 
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/propertybag.h>
+#include <tarvonix/platform/stylecodes.h>
 
 #include <QPainter>
 
@@ -9,14 +10,22 @@ namespace tarvonix {
 
 namespace {
 
-constexpr qint16 defaultBackStyle = 0;
+constexpr qint16 defaultBackStyle = BackTransparent;
 constexpr qint32 defaultBackColor = 0xFFFFFF;
-constexpr qint16 defaultBorderStyle = 1;
+constexpr qint16 defaultBorderStyle = BorderSingle;
 
 } // namespace
 
+struct Dummy::Private
+{
+    qint16 backStyle = defaultBackStyle;
+    qint32 backColor = 0xFFFFFF;
+    qint16 borderStyle = defaultBorderStyle;
+};
+
 Dummy::Dummy(QWidget *parent)
     : QWidget(parent)
+    , d(std::make_unique<Private>())
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
@@ -25,34 +34,34 @@ Dummy::~Dummy() = default;
 
 qint16 Dummy::BackStyle() const
 {
-    return m_backStyle;
+    return d->backStyle;
 }
 
 void Dummy::setBackStyle(qint16 style)
 {
-    m_backStyle = style;
+    d->backStyle = style;
     update();
 }
 
 qint32 Dummy::BackColor() const
 {
-    return m_backColor;
+    return d->backColor;
 }
 
 void Dummy::setBackColor(qint32 colour)
 {
-    m_backColor = colour;
+    d->backColor = colour;
     update();
 }
 
 qint16 Dummy::BorderStyle() const
 {
-    return m_borderStyle;
+    return d->borderStyle;
 }
 
 void Dummy::setBorderStyle(qint16 style)
 {
-    m_borderStyle = style;
+    d->borderStyle = style;
     update();
 }
 
@@ -66,17 +75,17 @@ void Dummy::readProperties(const PropertyBag &bag)
 
 void Dummy::writeProperties(PropertyBag &bag) const
 {
-    bag.writeProperty(QStringLiteral("BackColor"), m_backColor, defaultBackColor);
-    bag.writeProperty(QStringLiteral("BackStyle"), m_backStyle, defaultBackStyle);
-    bag.writeProperty(QStringLiteral("BorderStyle"), m_borderStyle, defaultBorderStyle);
+    bag.writeProperty(QStringLiteral("BackColor"), d->backColor, defaultBackColor);
+    bag.writeProperty(QStringLiteral("BackStyle"), d->backStyle, defaultBackStyle);
+    bag.writeProperty(QStringLiteral("BorderStyle"), d->borderStyle, defaultBorderStyle);
 }
 
 void Dummy::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    if (m_backStyle == 1)
-        painter.fillRect(rect(), toQColor(m_backColor, palette()));
-    if (m_borderStyle == 1) {
+    if (d->backStyle == BackOpaque)
+        painter.fillRect(rect(), toQColor(d->backColor, palette()));
+    if (d->borderStyle == BorderSingle) {
         painter.setPen(QPen(palette().color(QPalette::WindowText), 0));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(0, 0, width() - 1, height() - 1);

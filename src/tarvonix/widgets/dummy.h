@@ -1,9 +1,12 @@
 #ifndef TARVONIX_DUMMY_H
 #define TARVONIX_DUMMY_H
 
+#include <tarvonix/platform/stylecodes.h>
 #include <tarvonix/tarvonix_export.h>
 
 #include <QWidget>
+
+#include <memory>
 
 namespace tarvonix {
 
@@ -23,11 +26,11 @@ class PropertyBag;
 class TARVONIX_EXPORT Dummy : public QWidget
 {
     Q_OBJECT
-    //! 0 transparent, 1 opaque.
+    //! BackTransparent (0) or BackOpaque (1).
     Q_PROPERTY(qint16 BackStyle READ BackStyle WRITE setBackStyle)
     //! The fill colour, 0x00BBGGRR; it shows only when BackStyle is 1.
     Q_PROPERTY(qint32 BackColor READ BackColor WRITE setBackColor)
-    //! 0 none, 1 single line.
+    //! BorderNone (0) or BorderSingle (1).
     Q_PROPERTY(qint16 BorderStyle READ BorderStyle WRITE setBorderStyle)
 
 public:
@@ -50,9 +53,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    qint16 m_backStyle = 0;
-    qint32 m_backColor = 0xFFFFFF;
-    qint16 m_borderStyle = 1;
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace tarvonix

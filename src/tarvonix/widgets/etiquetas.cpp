@@ -24,7 +24,7 @@ namespace tarvonix {
 namespace {
 
 constexpr QSize tamanoDiseno(100, 20);
-constexpr qint16 defaultSentido = 0;
+constexpr qint16 defaultSentido = etiquetas::SentidoAcross;
 constexpr float defaultSeparacion = 20;
 constexpr bool defaultNumerar = true;
 constexpr qint16 defaultPaso = 1;
@@ -32,7 +32,7 @@ constexpr qint16 defaultPrimero = 1;
 constexpr qint32 defaultBackColor = 0xC0C0C0;
 constexpr qint32 defaultForeColor = 0;
 constexpr bool defaultEfecto = true;
-constexpr qint16 defaultOLEDropMode = 0;
+constexpr qint16 defaultOLEDropMode = etiquetas::OLEDropNone;
 
 constexpr qint32 blanco = 0xFFFFFF;
 constexpr qint32 negro = 0;
@@ -42,8 +42,27 @@ constexpr double radioArrastre2 = 25;
 
 } // namespace
 
+struct etiquetas::Private
+{
+    Surface surface;
+    qint16 sentido = defaultSentido;
+    float separacion = defaultSeparacion;
+    bool numerar = defaultNumerar;
+    qint16 paso = defaultPaso;
+    qint16 primero = defaultPrimero;
+    qint32 backColor = defaultBackColor;
+    qint32 foreColor = defaultForeColor;
+    QString texto;
+    bool efecto = defaultEfecto;
+    qint16 oleDropMode = defaultOLEDropMode;
+    double downX = 0;
+    double downY = 0;
+    int presionada = 0;
+};
+
 etiquetas::etiquetas(QWidget *parent)
     : QWidget(parent)
+    , d(std::make_unique<Private>())
 {
     resize(tamanoDiseno);
     // Drags are always taken, so that a strip that refuses them does not pass them to the control beneath.
@@ -54,52 +73,52 @@ etiquetas::~etiquetas() = default;
 
 void etiquetas::setSentido(qint16 sentido)
 {
-    m_sentido = sentido;
+    d->sentido = sentido;
 }
 
 void etiquetas::setSeparacion(float separacion)
 {
-    m_separacion = separacion;
+    d->separacion = separacion;
 }
 
 void etiquetas::setNumerar(bool numerar)
 {
-    m_numerar = numerar;
+    d->numerar = numerar;
 }
 
 void etiquetas::setPaso(qint16 paso)
 {
-    m_paso = paso;
+    d->paso = paso;
 }
 
 void etiquetas::setPrimero(qint16 primero)
 {
-    m_primero = primero;
+    d->primero = primero;
 }
 
 void etiquetas::setBackColor(qint32 colour)
 {
-    m_backColor = colour;
+    d->backColor = colour;
 }
 
 void etiquetas::setForeColor(qint32 colour)
 {
-    m_foreColor = colour;
+    d->foreColor = colour;
 }
 
 void etiquetas::setTexto(const QString &texto)
 {
-    m_texto = texto;
+    d->texto = texto;
 }
 
 void etiquetas::setEfecto(bool efecto)
 {
-    m_efecto = efecto;
+    d->efecto = efecto;
 }
 
 void etiquetas::setOLEDropMode(qint16 mode)
 {
-    m_oleDropMode = mode;
+    d->oleDropMode = mode;
 }
 
 QSize etiquetas::sizeHint() const
@@ -109,7 +128,7 @@ QSize etiquetas::sizeHint() const
 
 int etiquetas::etiquetaEn(double coordenada) const
 {
-    const double paso = double(m_separacion) + 1;
+    const double paso = double(d->separacion) + 1;
     if (paso == 0)
         throw Error(Error::DivisionByZero);
     const double etiqueta = std::floor(coordenada / paso) + 1;
@@ -120,12 +139,12 @@ int etiquetas::etiquetaEn(double coordenada) const
 
 double etiquetas::coordenada(const QPointF &punto) const
 {
-    return m_sentido == 0 ? punto.x() : punto.y();
+    return d->sentido == SentidoAcross ? punto.x() : punto.y();
 }
 
 QString etiquetas::rotulo(qint64 numero) const
 {
-    return m_numerar ? QString::number(numero) : m_texto;
+    return d->numerar ? QString::number(numero) : d->texto;
 }
 
 // ---------------------------------------------------------------------------
@@ -134,63 +153,63 @@ QString etiquetas::rotulo(qint64 numero) const
 void etiquetas::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    Surface::Painting painting(m_surface, painter);
+    Surface::Painting painting(d->surface, painter);
     trap(QStringLiteral("Etiquetas.UserControl_Paint->"), [this] { pintar(); });
 }
 
 void etiquetas::pintar()
 {
-    m_surface.setFont(font());
-    m_surface.setBackColor(m_backColor);
-    m_surface.clear(0, 0, width(), height());
+    d->surface.setFont(font());
+    d->surface.setBackColor(d->backColor);
+    d->surface.clear(0, 0, width(), height());
     // 1. The shade for separators and outline. A system colour is shaded as the colour it shows.
     const qint32 fondo
-        = isSystemColour(m_backColor) ? fromQColor(toQColor(m_backColor, palette())) : m_backColor;
+        = isSystemColour(d->backColor) ? fromQColor(toQColor(d->backColor, palette())) : d->backColor;
     const qint32 sombra = Color::sombrearColor(fondo, 0.7);
     // 2. The outline.
-    m_surface.setForeColor(sombra);
-    m_surface.setFillStyle(Surface::FillTransparent);
-    m_surface.setDrawStyle(Surface::DrawSolid);
-    m_surface.box(0, 0, width() - 1, height() - 1);
-    m_surface.setForeColor(m_foreColor);
+    d->surface.setForeColor(sombra);
+    d->surface.setFillStyle(Surface::FillTransparent);
+    d->surface.setDrawStyle(Surface::DrawSolid);
+    d->surface.box(0, 0, width() - 1, height() - 1);
+    d->surface.setForeColor(d->foreColor);
     // Slots narrower than a pixel would never reach the end of the strip.
-    if (!(double(m_separacion) + 1 >= 1))
+    if (!(double(d->separacion) + 1 >= 1))
         throw Error(Error::InvalidArgument);
     // 3./4. The slots.
-    if (m_sentido == 0)
+    if (d->sentido == SentidoAcross)
         pintarAcross(sombra);
     else
         pintarDown(sombra);
     // The sunken slot, while a button is held on it.
-    if (m_efecto && m_presionada > 0)
-        dibujarRelieve(m_presionada, negro);
+    if (d->efecto && d->presionada > 0)
+        dibujarRelieve(d->presionada, negro);
 }
 
 void etiquetas::pintarAcross(qint32 sombra)
 {
     const double w = width();
     const double h = height();
-    const double separacion = m_separacion;
+    const double separacion = d->separacion;
     // 1. One text row for every slot.
-    const double fila = (h - m_surface.textHeight(QStringLiteral("1"))) / 2;
+    const double fila = (h - d->surface.textHeight(QStringLiteral("1"))) / 2;
     // 2. The top highlight.
-    m_surface.line(0, 1, w - 1, 1, blanco);
+    d->surface.line(0, 1, w - 1, 1, blanco);
     // 3. Separator, highlight and label of each slot, to the end of the control.
-    qint64 numero = m_primero;
+    qint64 numero = d->primero;
     for (qint64 i = 0;; ++i) {
         const double pos = double(i) * (separacion + 1);
         if (!(pos <= w))
             break;
-        m_surface.line(pos, 0, pos, h - 1, sombra);
-        m_surface.line(pos + 1, 1, pos + 1, h - 1, blanco);
+        d->surface.line(pos, 0, pos, h - 1, sombra);
+        d->surface.line(pos + 1, 1, pos + 1, h - 1, blanco);
         const QString texto = rotulo(numero);
-        const double ancho = m_surface.textWidth(texto);
-        if (ancho < separacion && m_surface.textHeight(texto) < h) {
-            m_surface.setCurrentX(pos + (separacion - ancho) / 2);
-            m_surface.setCurrentY(fila);
-            m_surface.print(texto);
+        const double ancho = d->surface.textWidth(texto);
+        if (ancho < separacion && d->surface.textHeight(texto) < h) {
+            d->surface.setCurrentX(pos + (separacion - ancho) / 2);
+            d->surface.setCurrentY(fila);
+            d->surface.print(texto);
         }
-        numero += m_paso;
+        numero += d->paso;
     }
 }
 
@@ -198,48 +217,48 @@ void etiquetas::pintarDown(qint32 sombra)
 {
     const double w = width();
     const double h = height();
-    const double separacion = m_separacion;
+    const double separacion = d->separacion;
     // 1. The left highlight.
-    m_surface.line(1, 0, 1, h - 1, blanco);
+    d->surface.line(1, 0, 1, h - 1, blanco);
     // 2. Separator, highlight and label of each slot, to the end of the control.
-    qint64 numero = m_primero;
+    qint64 numero = d->primero;
     for (qint64 i = 0;; ++i) {
         const double pos = double(i) * (separacion + 1);
         if (!(pos <= h))
             break;
-        m_surface.line(0, pos, w - 1, pos, sombra);
-        m_surface.line(1, pos + 1, w - 1, pos + 1, blanco);
+        d->surface.line(0, pos, w - 1, pos, sombra);
+        d->surface.line(1, pos + 1, w - 1, pos + 1, blanco);
         const QString texto = rotulo(numero);
-        const double ancho = m_surface.textWidth(texto);
-        const double alto = m_surface.textHeight(texto);
+        const double ancho = d->surface.textWidth(texto);
+        const double alto = d->surface.textHeight(texto);
         if (alto < separacion && ancho < w) {
-            m_surface.setCurrentX((w - ancho) / 2);
-            m_surface.setCurrentY(pos + (separacion - alto) / 2);
-            m_surface.print(texto);
+            d->surface.setCurrentX((w - ancho) / 2);
+            d->surface.setCurrentY(pos + (separacion - alto) / 2);
+            d->surface.print(texto);
         }
-        numero += m_paso;
+        numero += d->paso;
     }
 }
 
 void etiquetas::dibujarRelieve(int etiqueta, qint32 colour)
 {
-    const double separacion = m_separacion;
+    const double separacion = d->separacion;
     const double a = (separacion + 1) * (etiqueta - 1) + 1;
-    if (m_sentido != 0) {
-        m_surface.line(1, a, 1, a + separacion, colour);
-        m_surface.line(1, a, width() - 1, a, colour);
+    if (d->sentido != SentidoAcross) {
+        d->surface.line(1, a, 1, a + separacion, colour);
+        d->surface.line(1, a, width() - 1, a, colour);
     } else {
-        m_surface.line(a, 1, a, height() - 1, colour);
-        m_surface.line(a, 1, a + separacion, 1, colour);
+        d->surface.line(a, 1, a, height() - 1, colour);
+        d->surface.line(a, 1, a + separacion, 1, colour);
     }
 }
 
 void etiquetas::dibujarPresionada(int etiqueta, bool presionada)
 {
-    if (!m_efecto)
+    if (!d->efecto)
         return;
     // Released, a slot looks as the plain paint draws it; pressed, the paint sinks it.
-    m_presionada = presionada ? etiqueta : 0;
+    d->presionada = presionada ? etiqueta : 0;
     update();
 }
 
@@ -258,8 +277,8 @@ void etiquetas::mousePressEvent(QMouseEvent *event)
             Q_EMIT Click(etiqueta);
         else if (button == RightButton)
             Q_EMIT RightClick(etiqueta);
-        m_downX = punto.x();
-        m_downY = punto.y();
+        d->downX = punto.x();
+        d->downY = punto.y();
     });
 }
 
@@ -271,10 +290,10 @@ void etiquetas::mouseMoveEvent(QMouseEvent *event)
         return;
     trap(QStringLiteral("Etiquetas.UserControl_MouseMove->"), [&] {
         // 2. Raise the slot again, and start a drag once the pointer left the press point.
-        if (m_presionada != 0)
-            dibujarPresionada(m_presionada, false);
-        const double dx = punto.x() - m_downX;
-        const double dy = punto.y() - m_downY;
+        if (d->presionada != 0)
+            dibujarPresionada(d->presionada, false);
+        const double dx = punto.x() - d->downX;
+        const double dy = punto.y() - d->downY;
         if (buttons.testFlag(Qt::LeftButton) && dx * dx + dy * dy > radioArrastre2)
             Q_EMIT OLEStartDrag(float(punto.x()), float(punto.y()), etiquetaEn(coordenada(punto)));
     });
@@ -297,18 +316,18 @@ void etiquetas::mouseDoubleClickEvent(QMouseEvent *)
 
 void etiquetas::dragEnterEvent(QDragEnterEvent *event)
 {
-    event->setDropAction(m_oleDropMode != 0 ? Qt::CopyAction : Qt::IgnoreAction);
+    event->setDropAction(d->oleDropMode != OLEDropNone ? Qt::CopyAction : Qt::IgnoreAction);
     event->accept();
 }
 
 void etiquetas::dragMoveEvent(QDragMoveEvent *event)
 {
-    DragRunner::answer(event, m_oleDropMode != 0 ? Qt::CopyAction : Qt::IgnoreAction);
+    DragRunner::answer(event, d->oleDropMode != OLEDropNone ? Qt::CopyAction : Qt::IgnoreAction);
 }
 
 void etiquetas::dropEvent(QDropEvent *event)
 {
-    if (m_oleDropMode == 0) {
+    if (d->oleDropMode == OLEDropNone) {
         DragRunner::answer(event, Qt::IgnoreAction);
         return;
     }
@@ -350,18 +369,73 @@ void etiquetas::writeProperties(PropertyBag &bag) const
     // Saved in lower case, as forms have always held them; reading ignores case.
     bag.writeProperty(QStringLiteral("_extentx"), width(), tamanoDiseno.width());
     bag.writeProperty(QStringLiteral("_extenty"), height(), tamanoDiseno.height());
-    bag.writeProperty(QStringLiteral("sentido"), m_sentido, defaultSentido);
-    bag.writeProperty(QStringLiteral("separacion"), m_separacion, defaultSeparacion);
-    bag.writeProperty(QStringLiteral("numerar"), m_numerar, defaultNumerar);
-    bag.writeProperty(QStringLiteral("paso"), m_paso, defaultPaso);
-    bag.writeProperty(QStringLiteral("primero"), m_primero, defaultPrimero);
-    bag.writeProperty(QStringLiteral("backcolor"), m_backColor, defaultBackColor);
-    bag.writeProperty(QStringLiteral("forecolor"), m_foreColor, defaultForeColor);
-    bag.writeProperty(QStringLiteral("texto"), m_texto, QString());
-    bag.writeProperty(QStringLiteral("efecto"), m_efecto, defaultEfecto);
+    bag.writeProperty(QStringLiteral("sentido"), d->sentido, defaultSentido);
+    bag.writeProperty(QStringLiteral("separacion"), d->separacion, defaultSeparacion);
+    bag.writeProperty(QStringLiteral("numerar"), d->numerar, defaultNumerar);
+    bag.writeProperty(QStringLiteral("paso"), d->paso, defaultPaso);
+    bag.writeProperty(QStringLiteral("primero"), d->primero, defaultPrimero);
+    bag.writeProperty(QStringLiteral("backcolor"), d->backColor, defaultBackColor);
+    bag.writeProperty(QStringLiteral("forecolor"), d->foreColor, defaultForeColor);
+    bag.writeProperty(QStringLiteral("texto"), d->texto, QString());
+    bag.writeProperty(QStringLiteral("efecto"), d->efecto, defaultEfecto);
     const QFont ambiente = parentWidget() ? parentWidget()->font() : QApplication::font();
     bag.writeProperty(QStringLiteral("font"), font(), ambiente);
-    bag.writeProperty(QStringLiteral("oledropmode"), m_oleDropMode, defaultOLEDropMode);
+    bag.writeProperty(QStringLiteral("oledropmode"), d->oleDropMode, defaultOLEDropMode);
+}
+
+qint16 etiquetas::Sentido() const
+{
+    return d->sentido;
+}
+
+float etiquetas::Separacion() const
+{
+    return d->separacion;
+}
+
+bool etiquetas::Numerar() const
+{
+    return d->numerar;
+}
+
+qint16 etiquetas::Paso() const
+{
+    return d->paso;
+}
+
+qint16 etiquetas::Primero() const
+{
+    return d->primero;
+}
+
+qint32 etiquetas::BackColor() const
+{
+    return d->backColor;
+}
+
+qint32 etiquetas::ForeColor() const
+{
+    return d->foreColor;
+}
+
+QString etiquetas::texto() const
+{
+    return d->texto;
+}
+
+bool etiquetas::Efecto() const
+{
+    return d->efecto;
+}
+
+qint16 etiquetas::OLEDropMode() const
+{
+    return d->oleDropMode;
+}
+
+int etiquetas::presionada() const
+{
+    return d->presionada;
 }
 
 } // namespace tarvonix

@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class QMimeData;
 
 namespace tarvonix {
@@ -63,34 +65,45 @@ class TARVONIX_EXPORT etiquetas : public QWidget
     Q_PROPERTY(qint16 OLEDropMode READ OLEDropMode WRITE setOLEDropMode)
 
 public:
+    //! Values of Sentido: across names the one direction; any value but 0 runs down.
+    enum SentidoCode : qint16 {
+        SentidoAcross = 0,
+        SentidoDown = 1,
+    };
+    //! Values of OLEDropMode: any value but 0 accepts drops.
+    enum OLEDropModeCode : qint16 {
+        OLEDropNone = 0,
+        OLEDropManual = 1,
+    };
+
     explicit etiquetas(QWidget *parent = nullptr);
     ~etiquetas() override;
 
-    qint16 Sentido() const { return m_sentido; }
+    qint16 Sentido() const;
     void setSentido(qint16 sentido);
-    float Separacion() const { return m_separacion; }
+    float Separacion() const;
     void setSeparacion(float separacion);
-    bool Numerar() const { return m_numerar; }
+    bool Numerar() const;
     void setNumerar(bool numerar);
-    qint16 Paso() const { return m_paso; }
+    qint16 Paso() const;
     void setPaso(qint16 paso);
-    qint16 Primero() const { return m_primero; }
+    qint16 Primero() const;
     void setPrimero(qint16 primero);
-    qint32 BackColor() const { return m_backColor; }
+    qint32 BackColor() const;
     void setBackColor(qint32 colour);
-    qint32 ForeColor() const { return m_foreColor; }
+    qint32 ForeColor() const;
     void setForeColor(qint32 colour);
-    QString texto() const { return m_texto; }
+    QString texto() const;
     void setTexto(const QString &texto);
-    bool Efecto() const { return m_efecto; }
+    bool Efecto() const;
     void setEfecto(bool efecto);
-    qint16 OLEDropMode() const { return m_oleDropMode; }
+    qint16 OLEDropMode() const;
     void setOLEDropMode(qint16 mode);
 
     //! The slot under \a coordenada along the strip (x across, y down), counting from 1.
     int etiquetaEn(double coordenada) const;
     //! The slot drawn sunken, or 0.
-    int presionada() const { return m_presionada; }
+    int presionada() const;
 
     //! Reads every property from \a bag, each with its default; the size from "_extentx" and "_extenty".
     void readProperties(const PropertyBag &bag);
@@ -129,6 +142,9 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    struct Private;
+    std::unique_ptr<Private> d;
+
     void pintar();
     void pintarAcross(qint32 sombra);
     void pintarDown(qint32 sombra);
@@ -137,21 +153,6 @@ private:
     void dibujarRelieve(int etiqueta, qint32 colour);
     double coordenada(const QPointF &punto) const;
 
-    Surface m_surface;
-    qint16 m_sentido = 0;
-    float m_separacion = 20;
-    bool m_numerar = true;
-    qint16 m_paso = 1;
-    qint16 m_primero = 1;
-    qint32 m_backColor = 0xC0C0C0;
-    qint32 m_foreColor = 0;
-    QString m_texto;
-    bool m_efecto = true;
-    qint16 m_oleDropMode = 0;
-
-    double m_downX = 0;
-    double m_downY = 0;
-    int m_presionada = 0;
 };
 
 } // namespace tarvonix
