@@ -125,16 +125,16 @@ int ReferenciasX::borde() const
 
 void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
 {
-    // 1. Keep the list.
+    // Keep the list.
     d->referencias = lista;
-    // 2. Away with the rows of the previous list.
+    // Away with the rows of the previous list.
     const QStringList anteriores = d->filas.names();
     for (const QString &nombre : anteriores)
         d->filas.remove(nombre);
     if (!d->referencias)
         throw Error(Error::ObjectNotSet);
 
-    // 3. One row per key, stacked from the top.
+    // One row per key, stacked from the top.
     const int b = borde();
     int arriba = 0;
     int masAncha = 0;
@@ -155,17 +155,17 @@ void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
         arriba += altoFila;
     }
 
-    // 4. Every row as wide as the widest.
+    // Every row as wide as the widest.
     const QStringList nombres = d->filas.names();
     for (const QString &nombre : nombres) {
         QWidget *fila = d->filas.item(nombre);
         fila->resize(masAncha, fila->height());
     }
 
-    // 5. The list takes the size of its rows (and of its border).
+    // The list takes the size of its rows (and of its border).
     resize(masAncha + 2 * b, d->referencias->count() * altoFila + 2 * b);
 
-    // 6.
+    // The frame that hosts the list fits itself to the new size.
     Q_EMIT Resize();
 }
 

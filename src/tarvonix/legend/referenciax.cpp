@@ -65,18 +65,18 @@ void ReferenciaX::setForeColor(qint32 colour)
 
 void ReferenciaX::setReferencia(const std::shared_ptr<Referencia> &referencia)
 {
-    // 1. Keep the key.
+    // Keep the key.
     d->referencia = referencia;
     if (!d->referencia) {
         update();
         throw Error(Error::ObjectNotSet);
     }
-    // 2. Its text is the tooltip.
+    // Its text is the tooltip.
     setToolTip(d->referencia->getTexto());
-    // 3. As wide as the text, the box in front of it and a margin behind.
+    // As wide as the text, the box in front of it and a margin behind.
     const double ancho = d->surface.textWidth(d->referencia->getTexto()) + xTexto + margenDerecho;
     resize(int(std::ceil(ancho)), height());
-    // 4. Refresh.
+    // Refresh.
     update();
 }
 
@@ -98,11 +98,11 @@ void ReferenciaX::pintar()
     if (!d->referencia)
         return;
     const double alto = height();
-    // 1. The text, centred on the height of an "X".
+    // The text, centred on the height of an "X".
     d->surface.setCurrentX(xTexto);
     d->surface.setCurrentY((alto - d->surface.textHeight(QStringLiteral("X"))) / 2);
     d->surface.print(d->referencia->getTexto());
-    // 2. The colour box: outlined in the fore colour, filled solid with the key's colour.
+    // The colour box: outlined in the fore colour, filled solid with the key's colour.
     const double y0 = (alto - 10) / 2;
     d->surface.setFillColor(d->referencia->getColor());
     d->surface.box(xCaja, y0, xCaja + ladoCaja, y0 + ladoCaja);

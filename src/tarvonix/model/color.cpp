@@ -39,9 +39,9 @@ double sombrear(qint64 canal, double factor)
 
 qint32 sombrearColor(qint32 colour, double factor)
 {
-    // 1. The channels.
+    // The channels.
     const Canales c = separar(colour);
-    // 2.-3. Each one scaled and cut, then put together again.
+    // Each one scaled and cut, then put together again.
     const double resultado = sombrear(c.rojo, factor) + 256.0 * sombrear(c.verde, factor)
         + 65536.0 * sombrear(c.azul, factor);
     if (!(resultado >= std::numeric_limits<qint32>::min() && resultado <= std::numeric_limits<qint32>::max()))

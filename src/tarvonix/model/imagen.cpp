@@ -27,9 +27,9 @@ void Imagen::setNumero(qint16 numero)
 
 void Imagen::setArchivo(const QString &archivo)
 {
-    // 1. The name is kept whatever the load gives.
+    // The name is kept whatever the load gives.
     m_archivo = archivo;
-    // 2.-3. A picture that cannot be read leaves no handler (QImage answers null).
+    // A picture that cannot be read leaves no handler (QImage answers null).
     m_handler = archivo.isEmpty() ? QImage() : QImage(archivo);
 }
 

@@ -76,13 +76,13 @@ qint16 Pierna::getLinea() const
 
 void Pierna::setEscalas(qint16 n)
 {
-    // 1. The new number of tiers.
+    // The new number of tiers.
     m_filas = n;
-    // 2. New, empty arrays: nothing of the earlier grid is carried over.
+    // New, empty arrays: nothing of the earlier grid is carried over.
     const size_t tiers = n > 0 ? size_t(n) : 0;
     m_escalas.assign(tiers, nullptr);
     m_posiciones.assign(tiers, {});
-    // 3. The tiers, with the leg's code, company and code as they are now.
+    // The tiers, with the leg's code, company and code as they are now.
     for (int e = 1; e <= n; ++e) {
         auto escala = std::make_shared<Escala>();
         escala->setCodigo(prefijo() + QString::number(wrapInt16(qint64(e) * 1000)));

@@ -60,35 +60,59 @@ int sign(int value)
 
 } // namespace
 
-Surface::Surface()
-    : m_medidas(m_font)
+struct Surface::Private
 {
-    setFont(m_font);
+    Private()
+        : medidas(font)
+    {
+    }
+
+    QPainter *painter = nullptr;
+    QPalette palette;
+    QFont font;
+    // Measuring and printing happen for every label of every paint: kept ready per font.
+    QFont fuenteImpresa;
+    QFontMetrics medidas;
+    qint32 backColor = 0xFFFFFF;
+    qint32 foreColor = 0;
+    qint32 fillColor = 0;
+    int fillStyle = FillTransparent;
+    int drawStyle = DrawSolid;
+    double currentX = 0;
+    double currentY = 0;
+};
+
+Surface::Surface()
+    : d(std::make_unique<Private>())
+{
+    setFont(d->font);
 }
+
+Surface::~Surface() = default;
 
 void Surface::setFont(const QFont &font)
 {
-    m_font = font;
-    m_fuenteImpresa = font;
-    m_fuenteImpresa.setStyleStrategy(QFont::NoAntialias);
-    m_medidas = QFontMetrics(font);
+    d->font = font;
+    d->fuenteImpresa = font;
+    d->fuenteImpresa.setStyleStrategy(QFont::NoAntialias);
+    d->medidas = QFontMetrics(font);
 }
 
 Surface::Painting::Painting(Surface &surface, QPainter &painter)
     : m_surface(surface)
-    , m_previous(surface.m_painter)
+    , m_previous(surface.d->painter)
 {
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, false);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     if (const auto *widget = dynamic_cast<const QWidget *>(painter.device()))
         surface.setPalette(widget->palette());
-    surface.m_painter = &painter;
+    surface.d->painter = &painter;
 }
 
 Surface::Painting::~Painting()
 {
-    m_surface.m_painter = m_previous;
+    m_surface.d->painter = m_previous;
 }
 
 int Surface::pixel(double coordinate)
@@ -103,19 +127,19 @@ int Surface::pixel(double coordinate)
 
 QColor Surface::colour(qint32 value) const
 {
-    return toQColor(value, m_palette);
+    return toQColor(value, d->palette);
 }
 
 void Surface::clear(double x, double y, double width, double height)
 {
-    if (!m_painter)
+    if (!d->painter)
         return;
-    m_painter->fillRect(QRect(pixel(x), pixel(y), pixel(width), pixel(height)), colour(m_backColor));
+    d->painter->fillRect(QRect(pixel(x), pixel(y), pixel(width), pixel(height)), colour(d->backColor));
 }
 
 void Surface::drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style)
 {
-    if (!m_painter || (x1 == x2 && y1 == y2) || style == DrawInvisible)
+    if (!d->painter || (x1 == x2 && y1 == y2) || style == DrawInvisible)
         return;
     // Stop one pixel short of the end point along the longer axis.
     const int dx = x2 - x1;
@@ -128,13 +152,13 @@ void Surface::drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour,
         x2 = x1 + int(std::lround(double(y2 - y1) * dx / dy));
     }
     QPen pen(lineColour, 0, penStyle(style));
-    m_painter->setPen(pen);
-    m_painter->drawLine(x1, y1, x2, y2);
+    d->painter->setPen(pen);
+    d->painter->drawLine(x1, y1, x2, y2);
 }
 
 void Surface::line(double x1, double y1, double x2, double y2)
 {
-    drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), colour(m_foreColor), m_drawStyle);
+    drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), colour(d->foreColor), d->drawStyle);
 }
 
 void Surface::line(double x1, double y1, double x2, double y2, qint32 lineColour)
@@ -144,62 +168,147 @@ void Surface::line(double x1, double y1, double x2, double y2, qint32 lineColour
 
 void Surface::applyShapeStyle()
 {
-    m_painter->setPen(QPen(colour(m_foreColor), 0, penStyle(m_drawStyle)));
-    const Qt::BrushStyle style = brushStyle(m_fillStyle);
-    m_painter->setBrush(style == Qt::NoBrush ? QBrush() : QBrush(colour(m_fillColor), style));
-    m_painter->setBrushOrigin(0, 0);
+    d->painter->setPen(QPen(colour(d->foreColor), 0, penStyle(d->drawStyle)));
+    const Qt::BrushStyle style = brushStyle(d->fillStyle);
+    d->painter->setBrush(style == Qt::NoBrush ? QBrush() : QBrush(colour(d->fillColor), style));
+    d->painter->setBrushOrigin(0, 0);
 }
 
 void Surface::box(double x1, double y1, double x2, double y2)
 {
-    if (!m_painter)
+    if (!d->painter)
         return;
     const int left = std::min(pixel(x1), pixel(x2));
     const int top = std::min(pixel(y1), pixel(y2));
     const QRect corners(QPoint(left, top), QPoint(std::max(pixel(x1), pixel(x2)), std::max(pixel(y1), pixel(y2))));
     applyShapeStyle();
     // The fill covers every pixel between the corners; the outline goes over its border.
-    if (m_painter->brush().style() != Qt::NoBrush)
-        m_painter->fillRect(corners, m_painter->brush());
-    m_painter->setBrush(Qt::NoBrush);
-    m_painter->drawRect(corners.x(), corners.y(), corners.width() - 1, corners.height() - 1);
+    if (d->painter->brush().style() != Qt::NoBrush)
+        d->painter->fillRect(corners, d->painter->brush());
+    d->painter->setBrush(Qt::NoBrush);
+    d->painter->drawRect(corners.x(), corners.y(), corners.width() - 1, corners.height() - 1);
 }
 
 void Surface::circle(double centreX, double centreY, double radius)
 {
-    if (!m_painter || !(radius >= 0))
+    if (!d->painter || !(radius >= 0))
         return;
     applyShapeStyle();
     const double r = std::min(radius, 1.0e7);
-    m_painter->drawEllipse(QPointF(pixel(centreX), pixel(centreY)), r, r);
+    d->painter->drawEllipse(QPointF(pixel(centreX), pixel(centreY)), r, r);
 }
 
 void Surface::paintPicture(const QImage &picture, double x, double y, double width, double height)
 {
-    if (!m_painter || picture.isNull())
+    if (!d->painter || picture.isNull())
         return;
-    m_painter->drawImage(QRect(pixel(x), pixel(y), pixel(width), pixel(height)), picture);
+    d->painter->drawImage(QRect(pixel(x), pixel(y), pixel(width), pixel(height)), picture);
 }
 
 void Surface::print(const QString &text)
 {
-    if (m_painter) {
-        m_painter->setFont(m_fuenteImpresa);
-        m_painter->setPen(colour(m_foreColor));
-        m_painter->drawText(QPoint(pixel(m_currentX), pixel(m_currentY) + m_medidas.ascent()), text);
+    if (d->painter) {
+        d->painter->setFont(d->fuenteImpresa);
+        d->painter->setPen(colour(d->foreColor));
+        d->painter->drawText(QPoint(pixel(d->currentX), pixel(d->currentY) + d->medidas.ascent()), text);
     }
-    m_currentY += textHeight(text);
-    m_currentX = 0;
+    d->currentY += textHeight(text);
+    d->currentX = 0;
 }
 
 double Surface::textWidth(const QString &text) const
 {
-    return m_medidas.horizontalAdvance(text);
+    return d->medidas.horizontalAdvance(text);
 }
 
 double Surface::textHeight(const QString &) const
 {
-    return m_medidas.height();
+    return d->medidas.height();
+}
+
+qint32 Surface::backColor() const
+{
+    return d->backColor;
+}
+
+void Surface::setBackColor(qint32 colour)
+{
+    d->backColor = colour;
+}
+
+qint32 Surface::foreColor() const
+{
+    return d->foreColor;
+}
+
+void Surface::setForeColor(qint32 colour)
+{
+    d->foreColor = colour;
+}
+
+qint32 Surface::fillColor() const
+{
+    return d->fillColor;
+}
+
+void Surface::setFillColor(qint32 colour)
+{
+    d->fillColor = colour;
+}
+
+int Surface::fillStyle() const
+{
+    return d->fillStyle;
+}
+
+void Surface::setFillStyle(int style)
+{
+    d->fillStyle = style;
+}
+
+int Surface::drawStyle() const
+{
+    return d->drawStyle;
+}
+
+void Surface::setDrawStyle(int style)
+{
+    d->drawStyle = style;
+}
+
+double Surface::currentX() const
+{
+    return d->currentX;
+}
+
+void Surface::setCurrentX(double x)
+{
+    d->currentX = x;
+}
+
+double Surface::currentY() const
+{
+    return d->currentY;
+}
+
+void Surface::setCurrentY(double y)
+{
+    d->currentY = y;
+}
+
+QFont Surface::font() const
+{
+    return d->font;
+}
+
+void Surface::setPalette(const QPalette &palette)
+{
+    d->palette = palette;
+}
+
+bool Surface::isPainting() const
+{
+    return d->painter != nullptr;
 }
 
 } // namespace tarvonix

@@ -9,6 +9,8 @@
 #include <QPalette>
 #include <QString>
 
+#include <memory>
+
 class QPainter;
 
 namespace tarvonix {
@@ -59,25 +61,26 @@ public:
     };
 
     Surface();
+    ~Surface();
 
-    qint32 backColor() const { return m_backColor; }
-    void setBackColor(qint32 colour) { m_backColor = colour; }
-    qint32 foreColor() const { return m_foreColor; }
-    void setForeColor(qint32 colour) { m_foreColor = colour; }
-    qint32 fillColor() const { return m_fillColor; }
-    void setFillColor(qint32 colour) { m_fillColor = colour; }
-    int fillStyle() const { return m_fillStyle; }
-    void setFillStyle(int style) { m_fillStyle = style; }
-    int drawStyle() const { return m_drawStyle; }
-    void setDrawStyle(int style) { m_drawStyle = style; }
-    double currentX() const { return m_currentX; }
-    void setCurrentX(double x) { m_currentX = x; }
-    double currentY() const { return m_currentY; }
-    void setCurrentY(double y) { m_currentY = y; }
-    QFont font() const { return m_font; }
+    qint32 backColor() const;
+    void setBackColor(qint32 colour);
+    qint32 foreColor() const;
+    void setForeColor(qint32 colour);
+    qint32 fillColor() const;
+    void setFillColor(qint32 colour);
+    int fillStyle() const;
+    void setFillStyle(int style);
+    int drawStyle() const;
+    void setDrawStyle(int style);
+    double currentX() const;
+    void setCurrentX(double x);
+    double currentY() const;
+    void setCurrentY(double y);
+    QFont font() const;
     void setFont(const QFont &font);
     //! Resolves system colours; Painting takes the painted widget's palette.
-    void setPalette(const QPalette &palette) { m_palette = palette; }
+    void setPalette(const QPalette &palette);
 
     //! Binds \a painter to \a surface for the lifetime of this object (one paint).
     class TARVONIX_EXPORT Painting
@@ -93,7 +96,7 @@ public:
         QPainter *m_previous;
     };
 
-    bool isPainting() const { return m_painter != nullptr; }
+    bool isPainting() const;
 
     //! Fills the rectangle (x, y, width, height) with the back colour.
     void clear(double x, double y, double width, double height);
@@ -119,19 +122,8 @@ private:
     void drawLine(int x1, int y1, int x2, int y2, const QColor &colour, int style);
     void applyShapeStyle();
 
-    QPainter *m_painter = nullptr;
-    QPalette m_palette;
-    QFont m_font;
-    // Measuring and printing happen for every label of every paint: kept ready per font.
-    QFont m_fuenteImpresa;
-    QFontMetrics m_medidas;
-    qint32 m_backColor = 0xFFFFFF;
-    qint32 m_foreColor = 0;
-    qint32 m_fillColor = 0;
-    int m_fillStyle = FillTransparent;
-    int m_drawStyle = DrawSolid;
-    double m_currentX = 0;
-    double m_currentY = 0;
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace tarvonix

@@ -162,11 +162,11 @@ void etiquetas::pintar()
     d->surface.setFont(font());
     d->surface.setBackColor(d->backColor);
     d->surface.clear(0, 0, width(), height());
-    // 1. The shade for separators and outline. A system colour is shaded as the colour it shows.
+    // The shade for separators and outline. A system colour is shaded as the colour it shows.
     const qint32 fondo
         = isSystemColour(d->backColor) ? fromQColor(toQColor(d->backColor, palette())) : d->backColor;
     const qint32 sombra = Color::sombrearColor(fondo, 0.7);
-    // 2. The outline.
+    // The outline.
     d->surface.setForeColor(sombra);
     d->surface.setFillStyle(Surface::FillTransparent);
     d->surface.setDrawStyle(Surface::DrawSolid);
@@ -190,11 +190,11 @@ void etiquetas::pintarAcross(qint32 sombra)
     const double w = width();
     const double h = height();
     const double separacion = d->separacion;
-    // 1. One text row for every slot.
+    // One text row for every slot.
     const double fila = (h - d->surface.textHeight(QStringLiteral("1"))) / 2;
-    // 2. The top highlight.
+    // The top highlight.
     d->surface.line(0, 1, w - 1, 1, blanco);
-    // 3. Separator, highlight and label of each slot, to the end of the control.
+    // Separator, highlight and label of each slot, to the end of the control.
     qint64 numero = d->primero;
     for (qint64 i = 0;; ++i) {
         const double pos = double(i) * (separacion + 1);
@@ -218,9 +218,9 @@ void etiquetas::pintarDown(qint32 sombra)
     const double w = width();
     const double h = height();
     const double separacion = d->separacion;
-    // 1. The left highlight.
+    // The left highlight.
     d->surface.line(1, 0, 1, h - 1, blanco);
-    // 2. Separator, highlight and label of each slot, to the end of the control.
+    // Separator, highlight and label of each slot, to the end of the control.
     qint64 numero = d->primero;
     for (qint64 i = 0;; ++i) {
         const double pos = double(i) * (separacion + 1);
@@ -270,7 +270,7 @@ void etiquetas::mousePressEvent(QMouseEvent *event)
     const QPointF punto = event->position();
     const int button = mouseButton(event->button());
     trap(QStringLiteral("Etiquetas.UserControl_MouseDown->"), [&] {
-        // 1. Sink the slot, report it, remember where.
+        // Sink the slot, report it, remember where.
         const int etiqueta = etiquetaEn(coordenada(punto));
         dibujarPresionada(etiqueta, true);
         if (button == LeftButton)
@@ -289,7 +289,7 @@ void etiquetas::mouseMoveEvent(QMouseEvent *event)
     if (buttons == Qt::NoButton)
         return;
     trap(QStringLiteral("Etiquetas.UserControl_MouseMove->"), [&] {
-        // 2. Raise the slot again, and start a drag once the pointer left the press point.
+        // Raise the slot again, and start a drag once the pointer left the press point.
         if (d->presionada != 0)
             dibujarPresionada(d->presionada, false);
         const double dx = punto.x() - d->downX;
