@@ -17,8 +17,7 @@ namespace tarvonix {
 
 namespace {
 
-template<typename Control>
-void registrar(ControlRegistry &registry, const QString &progId)
+template<typename Control> void registrar(ControlRegistry &registry, const QString &progId)
 {
     registry.add(progId, [](QWidget *parent) { return new Control(parent); });
 }

@@ -1,8 +1,8 @@
+#include <tarvonix/core/error.h>
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/legend/referenciax.h>
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/controlregistry.h>
-#include <tarvonix/core/error.h>
 #include <tarvonix/platform/propertybag.h>
 
 #include "errorcatcher.h"

@@ -1,6 +1,6 @@
+#include <tarvonix/core/error.h>
 #include <tarvonix/legend/referenciax.h>
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/core/error.h>
 
 #include "errorcatcher.h"
 

@@ -1,10 +1,10 @@
 #ifndef TARVONIX_TESTS_MODELTEST_H
 #define TARVONIX_TESTS_MODELTEST_H
 
-#include <tarvonix/model/referencias.h>
+#include <tarvonix/core/error.h>
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objeto.h>
-#include <tarvonix/core/error.h>
+#include <tarvonix/model/referencias.h>
 
 #include <QHash>
 #include <QTest>

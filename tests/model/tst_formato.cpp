@@ -1,5 +1,5 @@
-#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/model/formato.h>
+#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/model/objeto.h>
 
 #include "modeltest.h"

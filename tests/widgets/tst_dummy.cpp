@@ -1,7 +1,7 @@
-#include <tarvonix/widgets/dummy.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/propertybag.h>
+#include <tarvonix/widgets/dummy.h>
 
 #include <QBuffer>
 #include <QTest>

@@ -1,7 +1,7 @@
-#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/propertybag.h>
+#include <tarvonix/widgets/etiquetas.h>
 
 #include "dragdriver.h"
 #include "errorcatcher.h"

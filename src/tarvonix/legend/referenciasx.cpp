@@ -1,7 +1,7 @@
 #include <tarvonix/legend/referenciasx.h>
 
-#include <tarvonix/legend/referenciax.h>
 #include <tarvonix/core/error.h>
+#include <tarvonix/legend/referenciax.h>
 #include <tarvonix/platform/propertybag.h>
 #include <tarvonix/platform/stylecodes.h>
 
@@ -26,8 +26,7 @@ struct ReferenciasX::Private
 {
     explicit Private(ReferenciasX *lista)
         : filas(lista)
-    {
-    }
+    { }
 
     Surface surface;
     qint16 borderStyle = defaultBorderStyle;

@@ -150,7 +150,8 @@ void ReferenciaX::pasarAlContenedor(const char *evento)
     }
     // A host may place a row on a form of its own that answers these events by name.
     trapSilently([&] {
-        LateBinding::call(parentWidget(), QString::fromLatin1(evento), { QVariant::fromValue(d->referencia) });
+        LateBinding::call(parentWidget(), QString::fromLatin1(evento),
+                          { QVariant::fromValue(d->referencia) });
     });
 }
 

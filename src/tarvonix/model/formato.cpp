@@ -1,7 +1,7 @@
 #include <tarvonix/model/formato.h>
 
-#include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/core/error.h>
+#include <tarvonix/model/icontenedorx.h>
 
 namespace tarvonix {
 

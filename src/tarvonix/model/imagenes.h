@@ -1,8 +1,8 @@
 #ifndef TARVONIX_IMAGENES_H
 #define TARVONIX_IMAGENES_H
 
-#include <tarvonix/model/imagen.h>
 #include <tarvonix/core/keyedcollection.h>
+#include <tarvonix/model/imagen.h>
 
 #include <QVariant>
 

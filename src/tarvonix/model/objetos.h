@@ -1,8 +1,8 @@
 #ifndef TARVONIX_OBJETOS_H
 #define TARVONIX_OBJETOS_H
 
-#include <tarvonix/model/iobjeto.h>
 #include <tarvonix/core/keyedcollection.h>
+#include <tarvonix/model/iobjeto.h>
 
 namespace tarvonix {
 

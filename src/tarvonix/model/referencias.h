@@ -1,8 +1,8 @@
 #ifndef TARVONIX_REFERENCIAS_H
 #define TARVONIX_REFERENCIAS_H
 
-#include <tarvonix/model/referencia.h>
 #include <tarvonix/core/keyedcollection.h>
+#include <tarvonix/model/referencia.h>
 
 #include <QVariant>
 

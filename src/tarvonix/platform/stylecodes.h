@@ -11,13 +11,13 @@ namespace tarvonix {
     that stores the number reads back the same number; these name it.
 */
 enum BorderStyleCode : qint16 {
-    BorderNone = 0,   //!< no border
+    BorderNone = 0, //!< no border
     BorderSingle = 1, //!< a single line around the control
 };
 
 enum BackStyleCode : qint16 {
     BackTransparent = 0, //!< what lies beneath shows through
-    BackOpaque = 1,      //!< filled with BackColor
+    BackOpaque = 1, //!< filled with BackColor
 };
 
 } // namespace tarvonix

@@ -152,7 +152,6 @@ private:
     void dibujarPresionada(int etiqueta, bool presionada);
     void dibujarRelieve(int etiqueta, qint32 colour);
     double coordenada(const QPointF &punto) const;
-
 };
 
 } // namespace tarvonix
