@@ -1,6 +1,7 @@
 #include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/model/referencias.h>
 #include <tarvonix/map/framex.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/map/mapax.h>
 #include <tarvonix/model/deposito.h>
 #include <tarvonix/model/objeto.h>
@@ -57,6 +58,7 @@ class tst_MapaX : public QObject
 private Q_SLOTS:
     void framesAreNamedByTypeAndCode();
     void removingClearsTheActiveFrame();
+    void showingTheActiveFrameKeepsItActive();
     void setObjetoAddsReplacesOrSwaps();
     void framesAreFittedIntoTheMap();
     void legendFollowsTheActiveObject();
@@ -132,6 +134,29 @@ void tst_MapaX::removingClearsTheActiveFrame()
     QCOMPARE(errors.messages(), QStringList{QStringLiteral("MapaX.remove->Control not found")});
     mapa.remove(a);
     QCOMPARE(errors.messages().last(), QStringLiteral("MapaX.remove->Control not found"));
+}
+
+void tst_MapaX::showingTheActiveFrameKeepsItActive()
+{
+    MapaX mapa;
+    mapa.show();
+    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
+    mapa.add(a);
+    mapa.show(a);
+    mapa.show(a); // the host shows the frame that is already the active one
+    auto *frame = qobject_cast<FrameX *>(mapa.control(QStringLiteral("NA")));
+    auto *titulo = frame->findChild<etiquetas *>(QStringLiteral("titulo"));
+    QVERIFY(frame->pActive());
+    QCOMPARE(titulo->BackColor(), 0x800000);
+    QCOMPARE(mapa.getFrame(), ObjetoPtr(a));
+
+    // Still active for the pointer: a click on a vessel reaches the host.
+    QSignalSpy click(&mapa, &MapaX::Click);
+    QWidget *contenido = frame->findChild<QWidget *>(QStringLiteral("conten"));
+    const ObjetoPtr hijo = a->getObjetos()->Item(1);
+    QTest::mouseClick(contenido, Qt::LeftButton, Qt::NoModifier, QPoint(hijo->getX() + 7, hijo->getY() + 7));
+    QCOMPARE(click.count(), 1);
+    QCOMPARE(click.at(0).at(0).value<ObjetoPtr>(), hijo);
 }
 
 void tst_MapaX::setObjetoAddsReplacesOrSwaps()

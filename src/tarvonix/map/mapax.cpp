@@ -544,9 +544,12 @@ void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 o
     trap(QStringLiteral("MapaX.IMapaX_setActive->"), [&] {
         // 1. A frame became active: the one before is told, the legend follows.
         if (op == IMapaX::FrameActivo) {
-            if (d->frameActivo)
+            // A frame activated again is not "the one before": deactivating it would
+            // leave the map's active frame inactive.
+            QWidget *nuevo = dynamic_cast<QWidget *>(frame);
+            if (d->frameActivo && d->frameActivo != nuevo)
                 contratoDe(d->frameActivo)->setActivo(nullptr, false);
-            d->frameActivo = dynamic_cast<QWidget *>(frame);
+            d->frameActivo = nuevo;
             references();
         }
         // 2.
