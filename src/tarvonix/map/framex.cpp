@@ -87,6 +87,7 @@ FrameX::FrameX(QWidget *parent)
         barra->setSingleStep(pasoScroll);
         barra->setMaximum(0);
         barra->hide();
+        barra->setEnabled(false); // the frame starts inactive
         barra->installEventFilter(this);
     }
     d->esquina->hide();
@@ -303,6 +304,8 @@ void FrameX::setActivo(const ObjetoPtr &objeto, bool valor)
     trap(QStringLiteral("FrameX.IContenedorX_setActivo->"), [&] {
         d->pActive = valor;
         d->barra.mostrarActivo(valor);
+        d->vert->setEnabled(valor);
+        d->horiz->setEnabled(valor);
         if (valor && !isHidden() && isEnabled()) {
             raise();
             root().setActive(nullptr, this, IMapaX::FrameActivo);
@@ -503,8 +506,11 @@ void FrameX::clicDerecho()
 
 bool FrameX::eventFilter(QObject *watched, QEvent *event)
 {
-    // A scroll bar taking the focus activates an inactive frame.
-    if (event->type() == QEvent::FocusIn && (watched == d->vert || watched == d->horiz))
+    // A scroll bar pressed or given the focus activates an inactive frame. The filter
+    // sees the press before the disabled bar would refuse it; once the frame is
+    // active the bar is enabled again and takes the press itself.
+    if ((event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn)
+        && (watched == d->vert || watched == d->horiz) && !d->pActive)
         activate();
     return QWidget::eventFilter(watched, event);
 }

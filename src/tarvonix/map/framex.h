@@ -21,6 +21,10 @@ namespace tarvonix {
     otherwise. The frame fulfils IContenedorX by passing it on to "conten",
     except for setObjeto, getObjeto, setRoot and setActivo, which are its own.
 
+    The scroll bars follow the frame's activation: they are enabled exactly
+    while the frame is active. A press on an inactive frame's bar activates
+    the frame, and the bar then takes the press.
+
     The contained control reaches the frame through the members "pActive",
     "setActive", "isActive", "activate", "Resize", "hScroll", "vScroll" and
     "Name"; the map through "cast", "setMaxViewPort", "getDragX", "getDragY"
