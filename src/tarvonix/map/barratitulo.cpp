@@ -1,5 +1,6 @@
 #include <tarvonix/map/barratitulo_p.h>
 
+#include <tarvonix/map/mapax.h>
 #include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/platform/latebinding.h>
 
@@ -135,7 +136,11 @@ void BarraTitulo::iniciarMovimiento(float x, float y)
     m_dragX = x + float(m_titulo->x());
     m_dragY = y + float(m_titulo->y());
     m_posicionAlArrastrar = m_frame->pos();
-    LateBinding::call(m_frame->parentWidget(), QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(m_frame)});
+    QWidget *padre = m_frame->parentWidget();
+    if (auto *mapa = qobject_cast<MapaX *>(padre))
+        mapa->startMove(m_frame);
+    else // a host's own parent offers the move by name
+        LateBinding::call(padre, QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(m_frame)});
 }
 
 void BarraTitulo::alFrente()
