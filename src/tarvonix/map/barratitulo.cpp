@@ -17,6 +17,8 @@ constexpr qint32 fondoActivo = 0x800000;   // navy
 constexpr qint32 textoActivo = 0xFFFFFF;
 constexpr qint32 fondoInactivo = 0xC0C0C0; // silver
 constexpr qint32 textoInactivo = 0;
+// The title's width until the frame first lays itself out.
+constexpr int anchoTituloInicial = 200;
 
 // The raised border, drawn above the frame's children so that a scrolled
 // container never paints over it. The pointer goes through to what is below.
@@ -75,7 +77,7 @@ etiquetas *nuevaEtiqueta(QWidget *frame, const QString &nombre, int ancho)
 BarraTitulo::BarraTitulo(QWidget *frame, int anchoBoton)
     : m_frame(frame)
 {
-    m_titulo = nuevaEtiqueta(frame, QStringLiteral("titulo"), 200);
+    m_titulo = nuevaEtiqueta(frame, QStringLiteral("titulo"), anchoTituloInicial);
     m_titulo->setEfecto(false);
     m_mini = nuevaEtiqueta(frame, QStringLiteral("mini"), anchoBoton);
     m_mini->setTexto(QStringLiteral("_"));

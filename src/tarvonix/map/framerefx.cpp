@@ -15,6 +15,9 @@ namespace {
 
 constexpr int anchoBoton = 22;
 constexpr int anchoMinimo = 150;
+// The design layout, which holds until the legend first fits its list.
+constexpr QSize tamanoInicial(274, 227);
+constexpr QRect rectLista(0, 20, 268, 201);
 
 } // namespace
 
@@ -36,11 +39,11 @@ FrameRefX::FrameRefX(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     setAutoFillBackground(true);
-    resize(274, 227);
+    resize(tamanoInicial);
     d->refx = new ReferenciasX(this);
     d->refx->setObjectName(QStringLiteral("refx"));
-    BarraTitulo::colocar(d->refx, 0, 20);
-    d->refx->resize(268, 201);
+    BarraTitulo::colocar(d->refx, rectLista.x(), rectLista.y());
+    d->refx->resize(rectLista.size());
 
     etiquetas *titulo = d->barra.titulo();
     connect(titulo, &etiquetas::Click, this, &FrameRefX::activarSiHaceFalta);

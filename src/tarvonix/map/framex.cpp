@@ -26,6 +26,10 @@ constexpr int anchoBarra = 17;
 constexpr int anchoMinimo = 300;
 constexpr int altoMinimo = 100;
 constexpr int pasoScroll = 10;
+// The design layout, which holds until the frame first fits a contained control.
+constexpr QSize tamanoInicial(273, 223);
+constexpr QRect rectVert(248, BarraTitulo::altoTitulo, anchoBarra, 177);
+constexpr QRect rectHoriz(0, 200, 249, anchoBarra);
 // Around the contained control when the frame fits it: one pixel on each side
 // of the control and the border on both sides.
 constexpr int margenAjuste = 1 + 1 + 2 * BarraTitulo::borde;
@@ -81,16 +85,16 @@ FrameX::FrameX(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     setAutoFillBackground(true);
-    resize(273, 223);
+    resize(tamanoInicial);
 
     d->vert = new QScrollBar(Qt::Vertical, this);
     d->vert->setObjectName(QStringLiteral("vert"));
-    BarraTitulo::colocar(d->vert, 248, BarraTitulo::altoTitulo);
-    d->vert->resize(anchoBarra, 177);
+    BarraTitulo::colocar(d->vert, rectVert.x(), rectVert.y());
+    d->vert->resize(rectVert.size());
     d->horiz = new QScrollBar(Qt::Horizontal, this);
     d->horiz->setObjectName(QStringLiteral("horiz"));
-    BarraTitulo::colocar(d->horiz, 0, 200);
-    d->horiz->resize(249, anchoBarra);
+    BarraTitulo::colocar(d->horiz, rectHoriz.x(), rectHoriz.y());
+    d->horiz->resize(rectHoriz.size());
     d->esquina = new Dummy(this);
     d->esquina->setObjectName(QStringLiteral("esquina"));
     d->esquina->setBackStyle(fondoOpaco);

@@ -32,6 +32,7 @@ constexpr int margenMapa = 2;
 constexpr int posicionMinima = 1;
 // Where the legend frame first appears.
 constexpr int posicionLeyenda = 2;
+constexpr QSize tamanoInicial(750, 500);
 
 // The deferred layout actions, in the order of their codes.
 enum Accion : qint16 {
@@ -42,6 +43,8 @@ enum Accion : qint16 {
     DistribuirVertical = 4,
 };
 
+// The key codes the map answers; every other key is ninguna.
+constexpr int ninguna = 0;
 constexpr int teclaEnter = 13;
 constexpr int teclaMenu = 93;
 
@@ -112,7 +115,7 @@ int codigoDeTecla(const QKeyEvent *event)
     case Qt::Key_Menu:
         return teclaMenu;
     default:
-        return 0;
+        return ninguna;
     }
 }
 
@@ -124,26 +127,26 @@ int codigoDeTecla(const QKeyEvent *event)
 class MapaX::Callbacks : public IMapaX
 {
 public:
-    explicit Callbacks(MapaX *mapa)
-        : m_mapa(mapa)
+    explicit Callbacks(MapaX *owner)
+        : mapa(owner)
     {
     }
-    void clicked(const ObjetoPtr &obj, bool multi) override { m_mapa->IMapaX_clicked(obj, multi); }
-    void rightClicked(const ObjetoPtr &obj, bool multi) override { m_mapa->IMapaX_rightClicked(obj, multi); }
+    void clicked(const ObjetoPtr &obj, bool multi) override { mapa->IMapaX_clicked(obj, multi); }
+    void rightClicked(const ObjetoPtr &obj, bool multi) override { mapa->IMapaX_rightClicked(obj, multi); }
     void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) override
     {
-        m_mapa->IMapaX_Droped(origen, destino, shift);
+        mapa->IMapaX_Droped(origen, destino, shift);
     }
-    void moved(const ObjetoPtr &obj) override { m_mapa->IMapaX_Moved(obj); }
+    void moved(const ObjetoPtr &obj) override { mapa->IMapaX_Moved(obj); }
     void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) override
     {
-        m_mapa->IMapaX_setActive(obj, frame, op);
+        mapa->IMapaX_setActive(obj, frame, op);
     }
     void ensureVisible(QWidget *) override {}
-    void remove(const ObjetoPtr &frame) override { m_mapa->remove(frame); }
+    void remove(const ObjetoPtr &frame) override { mapa->remove(frame); }
 
 private:
-    MapaX *m_mapa;
+    MapaX *const mapa;
 };
 
 struct MapaX::Private
@@ -176,7 +179,7 @@ MapaX::MapaX(QWidget *parent)
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
     setAutoFillBackground(true);
-    resize(750, 500);
+    resize(tamanoInicial);
 }
 
 MapaX::~MapaX()
@@ -535,7 +538,7 @@ void MapaX::resizeEvent(QResizeEvent *event)
 void MapaX::keyPressEvent(QKeyEvent *event)
 {
     const int tecla = codigoDeTecla(event);
-    if (tecla == 0) {
+    if (tecla == ninguna) {
         QWidget::keyPressEvent(event);
         return;
     }
