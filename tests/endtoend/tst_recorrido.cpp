@@ -116,7 +116,7 @@ void tst_Recorrido::rootObjectsFromAddToClose()
     QSignalSpy moved(&mapa, &MapaX::moved);
     QSignalSpy drop(&mapa, &MapaX::Drop);
 
-    // 1.-2. The host adds the roots: each gets its frame and container, hidden until shown.
+    // The host adds the roots: each gets its frame and container, hidden until shown.
     const auto nave = naveConDepositos();
     const auto pierna = piernaConBarricas();
     mapa.add(nave);
@@ -125,7 +125,7 @@ void tst_Recorrido::rootObjectsFromAddToClose()
     mapa.control(QStringLiteral("PP1"))->move(620, 20);
     mapa.control(QStringLiteral("NN1"))->move(160, 20);
 
-    // 4. Shown, the frame becomes the active one; the legend follows its object.
+    // Shown, the frame becomes the active one; the legend follows its object.
     mapa.show(pierna);
     mapa.ShowReferences();
     QVERIFY(!mapa.control(QStringLiteral("REF"))); // a leg has no colour keys
@@ -135,7 +135,7 @@ void tst_Recorrido::rootObjectsFromAddToClose()
     QVERIFY(leyenda && leyenda->isVisible());
     QVERIFY(leyenda->findChild<QWidget *>(QStringLiteral("RV")));
 
-    // 5. A click on a vessel arrives as Click with that vessel.
+    // A click on a vessel arrives as Click with that vessel.
     QWidget *vistaNave = contenidoDe(mapa, QStringLiteral("NN1"));
     const ObjetoPtr d1 = nave->getObjetos()->Item(QStringLiteral("D1"));
     const ObjetoPtr d2 = nave->getObjetos()->Item(QStringLiteral("D2"));
@@ -190,7 +190,7 @@ void tst_Recorrido::rootObjectsFromAddToClose()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!vistaNave->findChild<QWidget *>(QStringLiteral("D1c")));
 
-    // 6. A layout request runs on the next tick, with the active object as the example.
+    // A layout request runs on the next tick, with the active object as the example.
     QCOMPARE(mapa.getActive(), d1);
     moved.clear();
     mapa.igualarDimension();
@@ -219,7 +219,7 @@ void tst_Recorrido::rootObjectsFromAddToClose()
         QCOMPARE(drop.last().at(2).toInt(), 0);
     }
 
-    // 7. The close button removes the frame.
+    // The close button removes the frame.
     QWidget *cerrar = mapa.control(QStringLiteral("PP1"))->findChild<QWidget *>(QStringLiteral("cerrar"));
     QTest::mousePress(cerrar, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
     QVERIFY(!mapa.isMember(pierna));

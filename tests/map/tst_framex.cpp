@@ -78,6 +78,8 @@ private Q_SLOTS:
     void fitsScrollBarsToWhatDoesNotFit();
     void scrollingMovesTheContainer();
     void activationLooksAndReports();
+    void scrollBarsFollowTheActivation_data();
+    void scrollBarsFollowTheActivation();
     void titleBarButtons();
     void minimiseKeepsTheHeight();
 };
@@ -214,6 +216,37 @@ void tst_FrameX::activationLooksAndReports()
     QVERIFY(!banco.frame->pActive());
     QCOMPARE(titulo->BackColor(), 0xC0C0C0);
     QCOMPARE(titulo->ForeColor(), 0);
+}
+
+void tst_FrameX::scrollBarsFollowTheActivation_data()
+{
+    QTest::addColumn<QString>("nombre");
+    QTest::newRow("horiz") << QStringLiteral("horiz");
+    QTest::newRow("vert") << QStringLiteral("vert");
+}
+
+void tst_FrameX::scrollBarsFollowTheActivation()
+{
+    QFETCH(QString, nombre);
+    Banco banco;
+    banco.frame->setMaxViewPort(400, 300);
+    banco.frame->setObjeto(contenedorDe(QStringLiteral("N"), 1000, 1000));
+    auto *barra = banco.frame->findChild<QScrollBar *>(nombre);
+    QVERIFY(barra->isVisible());
+    QVERIFY(!barra->isEnabled());
+    banco.frame->setActivo(nullptr, true);
+    QVERIFY(barra->isEnabled());
+    banco.frame->setActivo(nullptr, false);
+    QVERIFY(!barra->isEnabled());
+
+    // A press on the inactive frame's bar activates the frame, and the bar takes the press:
+    // three quarters along is past the handle, so it pages forward.
+    const QPoint enLaPista = barra->orientation() == Qt::Horizontal ? QPoint(barra->width() * 3 / 4, barra->height() / 2)
+                                                                    : QPoint(barra->width() / 2, barra->height() * 3 / 4);
+    QTest::mouseClick(barra, Qt::LeftButton, Qt::NoModifier, enLaPista);
+    QVERIFY(banco.frame->pActive());
+    QVERIFY(barra->isEnabled());
+    QCOMPARE(barra->value(), qMin(barra->pageStep(), barra->maximum()));
 }
 
 void tst_FrameX::titleBarButtons()

@@ -1,11 +1,11 @@
 #include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/model/referencias.h>
 #include <tarvonix/map/framex.h>
+#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/map/mapax.h>
 #include <tarvonix/model/deposito.h>
 #include <tarvonix/model/objeto.h>
 #include <tarvonix/model/objetos.h>
-#include <tarvonix/platform/latebinding.h>
 
 #include "dragdriver.h"
 #include "errorcatcher.h"
@@ -38,9 +38,9 @@ std::shared_ptr<Objeto> nave(const QString &tipo, const QString &codigo, int hij
     return objeto;
 }
 
-IContenedorX *contrato(MapaX &mapa, const QString &nombre)
+FrameX *frameDe(MapaX &mapa, const QString &nombre)
 {
-    return LateBinding::call(mapa.control(nombre), QStringLiteral("cast")).value<IContenedorX *>();
+    return qobject_cast<FrameX *>(mapa.control(nombre));
 }
 
 void flushDeletes()
@@ -57,6 +57,7 @@ class tst_MapaX : public QObject
 private Q_SLOTS:
     void framesAreNamedByTypeAndCode();
     void removingClearsTheActiveFrame();
+    void showingTheActiveFrameKeepsItActive();
     void setObjetoAddsReplacesOrSwaps();
     void framesAreFittedIntoTheMap();
     void legendFollowsTheActiveObject();
@@ -134,6 +135,29 @@ void tst_MapaX::removingClearsTheActiveFrame()
     QCOMPARE(errors.messages().last(), QStringLiteral("MapaX.remove->Control not found"));
 }
 
+void tst_MapaX::showingTheActiveFrameKeepsItActive()
+{
+    MapaX mapa;
+    mapa.show();
+    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
+    mapa.add(a);
+    mapa.show(a);
+    mapa.show(a); // the host shows the frame that is already the active one
+    auto *frame = qobject_cast<FrameX *>(mapa.control(QStringLiteral("NA")));
+    auto *titulo = frame->findChild<etiquetas *>(QStringLiteral("titulo"));
+    QVERIFY(frame->pActive());
+    QCOMPARE(titulo->BackColor(), 0x800000);
+    QCOMPARE(mapa.getFrame(), ObjetoPtr(a));
+
+    // Still active for the pointer: a click on a vessel reaches the host.
+    QSignalSpy click(&mapa, &MapaX::Click);
+    QWidget *contenido = frame->findChild<QWidget *>(QStringLiteral("conten"));
+    const ObjetoPtr hijo = a->getObjetos()->Item(1);
+    QTest::mouseClick(contenido, Qt::LeftButton, Qt::NoModifier, QPoint(hijo->getX() + 7, hijo->getY() + 7));
+    QCOMPARE(click.count(), 1);
+    QCOMPARE(click.at(0).at(0).value<ObjetoPtr>(), hijo);
+}
+
 void tst_MapaX::setObjetoAddsReplacesOrSwaps()
 {
     ErrorCatcher errors;
@@ -152,13 +176,13 @@ void tst_MapaX::setObjetoAddsReplacesOrSwaps()
     QWidget *frame = mapa.control(QStringLiteral("N2"));
     mapa.setObjeto(mismoCodigo); // same code: same frame, new object
     QCOMPARE(mapa.control(QStringLiteral("N2")), frame);
-    QCOMPARE(contrato(mapa, QStringLiteral("N2"))->getObjeto(), ObjetoPtr(mismoCodigo));
+    QCOMPARE(frameDe(mapa, QStringLiteral("N2"))->getObjeto(), ObjetoPtr(mismoCodigo));
     QVERIFY(errors.messages().isEmpty());
 
     // Same code, another type: looked up under a name that does not exist.
     mapa.setObjeto(nave(QStringLiteral("X"), QStringLiteral("2")));
     QCOMPARE(errors.messages(), QStringList{QStringLiteral("MapaX.setObjeto->Control not found")});
-    QCOMPARE(contrato(mapa, QStringLiteral("N2"))->getObjeto(), ObjetoPtr(mismoCodigo));
+    QCOMPARE(frameDe(mapa, QStringLiteral("N2"))->getObjeto(), ObjetoPtr(mismoCodigo));
 }
 
 void tst_MapaX::framesAreFittedIntoTheMap()
@@ -218,7 +242,9 @@ void tst_MapaX::legendFollowsTheActiveObject()
     mapa.show(conClaves);
     QVERIFY(leyenda->isVisible());
 
-    mapa.remove(nullptr); // closed, and not wanted any more
+    // Closed with its own button, and not wanted any more.
+    QTest::mousePress(leyenda->findChild<QWidget *>(QStringLiteral("cerrar")), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(5, 5));
     flushDeletes();
     QVERIFY(!mapa.control(QStringLiteral("REF")));
     mapa.show(listaVacia);
@@ -247,7 +273,7 @@ void tst_MapaX::keysRaiseEnterAndRightClick()
     QCOMPARE(right.count(), 0);
 
     // An active object inside the frame, with two selected.
-    IContenedorX *frame = contrato(mapa, QStringLiteral("NA"));
+    IContenedorX *frame = frameDe(mapa, QStringLiteral("NA"));
     frame->seleccionarTodos();
     const ObjetoPtr hijo = a->getObjetos()->Item(2);
     mapa.callbacks()->setActive(hijo, frame, 1);
@@ -273,7 +299,7 @@ void tst_MapaX::layoutRequestsRunOnTheNextTick()
     a->getObjetos()->Item(3)->setY(30);
     mapa.add(a);
     mapa.show(a);
-    contrato(mapa, QStringLiteral("NA"))->seleccionarTodos();
+    frameDe(mapa, QStringLiteral("NA"))->seleccionarTodos();
     QSignalSpy moved(&mapa, &MapaX::moved);
     // Two requests within one tick: only the last one runs.
     mapa.alinearVertical();
@@ -334,7 +360,7 @@ void tst_MapaX::framesMoveByTheirTitle()
     mapa.add(b);
     mapa.show(b);
     mapa.show(a);
-    QWidget *frame = mapa.control(QStringLiteral("NA"));
+    FrameX *frame = frameDe(mapa, QStringLiteral("NA"));
     frame->move(40, 30);
     QWidget *titulo = frame->findChild<QWidget *>(QStringLiteral("titulo"));
 
@@ -355,8 +381,7 @@ void tst_MapaX::framesMoveByTheirTitle()
     QCOMPARE(caja->geometry(), frame->geometry());
     QVERIFY(!mapa.control(QStringLiteral("NB"))->isEnabled());
 
-    const QPointF offset(LateBinding::call(frame, QStringLiteral("getDragX")).toDouble(),
-                         LateBinding::call(frame, QStringLiteral("getDragY")).toDouble());
+    const QPointF offset(frame->getDragX(), frame->getDragY());
     QCOMPARE(offset, QPointF(titulo->x() + agarre.x() + 10, titulo->y() + agarre.y()));
     QCOMPARE(driver.move(&mapa, QPoint(400, 300)), Qt::MoveAction);
     QCOMPARE(caja->pos(), QPoint(400, 300) - offset.toPoint());
@@ -449,7 +474,7 @@ void tst_MapaX::callbacksBecomeSignals()
     const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
     mapa.add(a);
     mapa.show(a);
-    contrato(mapa, QStringLiteral("NA"))->seleccionar(QStringLiteral("AD2"));
+    frameDe(mapa, QStringLiteral("NA"))->seleccionar(QStringLiteral("AD2"));
 
     QSignalSpy drop(&mapa, &MapaX::Drop);
     QSignalSpy click(&mapa, &MapaX::Click);

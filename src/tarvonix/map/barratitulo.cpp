@@ -1,5 +1,6 @@
 #include <tarvonix/map/barratitulo_p.h>
 
+#include <tarvonix/map/mapax.h>
 #include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/platform/latebinding.h>
 
@@ -16,6 +17,8 @@ constexpr qint32 fondoActivo = 0x800000;   // navy
 constexpr qint32 textoActivo = 0xFFFFFF;
 constexpr qint32 fondoInactivo = 0xC0C0C0; // silver
 constexpr qint32 textoInactivo = 0;
+// The title's width until the frame first lays itself out.
+constexpr int anchoTituloInicial = 200;
 
 // The raised border, drawn above the frame's children so that a scrolled
 // container never paints over it. The pointer goes through to what is below.
@@ -74,7 +77,7 @@ etiquetas *nuevaEtiqueta(QWidget *frame, const QString &nombre, int ancho)
 BarraTitulo::BarraTitulo(QWidget *frame, int anchoBoton)
     : m_frame(frame)
 {
-    m_titulo = nuevaEtiqueta(frame, QStringLiteral("titulo"), 200);
+    m_titulo = nuevaEtiqueta(frame, QStringLiteral("titulo"), anchoTituloInicial);
     m_titulo->setEfecto(false);
     m_mini = nuevaEtiqueta(frame, QStringLiteral("mini"), anchoBoton);
     m_mini->setTexto(QStringLiteral("_"));
@@ -135,7 +138,11 @@ void BarraTitulo::iniciarMovimiento(float x, float y)
     m_dragX = x + float(m_titulo->x());
     m_dragY = y + float(m_titulo->y());
     m_posicionAlArrastrar = m_frame->pos();
-    LateBinding::call(m_frame->parentWidget(), QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(m_frame)});
+    QWidget *padre = m_frame->parentWidget();
+    if (auto *mapa = qobject_cast<MapaX *>(padre))
+        mapa->startMove(m_frame);
+    else // a host's own parent offers the move by name
+        LateBinding::call(padre, QStringLiteral("startMove"), {QVariant::fromValue<QWidget *>(m_frame)});
 }
 
 void BarraTitulo::alFrente()

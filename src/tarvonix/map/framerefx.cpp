@@ -3,6 +3,7 @@
 #include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/map/barratitulo_p.h>
+#include <tarvonix/map/mapax.h>
 #include <tarvonix/views/imapax.h>
 #include <tarvonix/model/iobjeto.h>
 #include <tarvonix/platform/errortrap.h>
@@ -14,6 +15,9 @@ namespace {
 
 constexpr int anchoBoton = 22;
 constexpr int anchoMinimo = 150;
+// The design layout, which holds until the legend first fits its list.
+constexpr QSize tamanoInicial(274, 227);
+constexpr QRect rectLista(0, 20, 268, 201);
 
 } // namespace
 
@@ -35,11 +39,11 @@ FrameRefX::FrameRefX(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     setAutoFillBackground(true);
-    resize(274, 227);
+    resize(tamanoInicial);
     d->refx = new ReferenciasX(this);
     d->refx->setObjectName(QStringLiteral("refx"));
-    BarraTitulo::colocar(d->refx, 0, 20);
-    d->refx->resize(268, 201);
+    BarraTitulo::colocar(d->refx, rectLista.x(), rectLista.y());
+    d->refx->resize(rectLista.size());
 
     etiquetas *titulo = d->barra.titulo();
     connect(titulo, &etiquetas::Click, this, &FrameRefX::activarSiHaceFalta);
@@ -55,7 +59,10 @@ FrameRefX::FrameRefX(QWidget *parent)
     connect(d->barra.cerrar(), &etiquetas::Click, this, [this] {
         trap(QStringLiteral("FrameRefX.cerrar.Click->"), [this] {
             // The map removes the legend and stops wanting it.
-            LateBinding::call(parentWidget(), QStringLiteral("remove"), {QVariant::fromValue<ObjetoPtr>(nullptr)});
+            if (auto *mapa = qobject_cast<MapaX *>(parentWidget()))
+                mapa->remove(nullptr);
+            else // a host's own parent offers the removal by name
+                LateBinding::call(parentWidget(), QStringLiteral("remove"), {QVariant::fromValue<ObjetoPtr>(nullptr)});
         });
     });
     connect(d->barra.mini(), &etiquetas::Click, this,
@@ -125,10 +132,10 @@ void FrameRefX::setReferencias(const std::shared_ptr<Referencias> &ref)
 
 void FrameRefX::ajustarALista()
 {
-    // 1.-2. The list and the border around it, never narrower than the smallest legend.
+    // The list and the border around it, never narrower than the smallest legend.
     const int W = qMax(BarraTitulo::izquierda(d->refx) + d->refx->width() + 2 * BarraTitulo::borde, anchoMinimo);
     const int H = BarraTitulo::arriba(d->refx) + d->refx->height() + 2 * BarraTitulo::borde;
-    // 3.-4.
+    // A legend that grew asks the map to bring it into view.
     const bool crece = width() < W || height() < H;
     resize(W, H);
     distribuir(); // a hidden legend gets no resize event until it shows

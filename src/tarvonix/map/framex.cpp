@@ -4,12 +4,12 @@
 #include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/map/barratitulo_p.h>
 #include <tarvonix/views/imapax.h>
+#include <tarvonix/views/vistax.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/core/int16.h>
-#include <tarvonix/platform/latebinding.h>
 
 #include <QEvent>
 #include <QScrollBar>
@@ -26,6 +26,20 @@ constexpr int anchoBarra = 17;
 constexpr int anchoMinimo = 300;
 constexpr int altoMinimo = 100;
 constexpr int pasoScroll = 10;
+// The design layout, which holds until the frame first fits a contained control.
+constexpr QSize tamanoInicial(273, 223);
+constexpr QRect rectVert(248, BarraTitulo::altoTitulo, anchoBarra, 177);
+constexpr QRect rectHoriz(0, 200, 249, anchoBarra);
+// Around the contained control when the frame fits it: one pixel on each side
+// of the control and the border on both sides.
+constexpr int margenAjuste = 1 + 1 + 2 * BarraTitulo::borde;
+// The largest size the frame takes until the map says otherwise.
+constexpr double vistaMaximaX = 750;
+constexpr double vistaMaximaY = 500;
+// The corner between the bars: an opaque, borderless box in the button face colour.
+constexpr qint16 fondoOpaco = 1;
+constexpr qint16 sinBorde = 0;
+constexpr qint32 caraDeBoton = qint32(0x8000000F);
 
 QString codigoDe(const ObjetoPtr &obj)
 {
@@ -50,14 +64,18 @@ struct FrameX::Private
     QScrollBar *horiz = nullptr;
     Dummy *esquina = nullptr;
     QPointer<QWidget> conten;
+    // "conten" as the container and as the view, taken once when it is made;
+    // they are valid while conten is.
+    IContenedorX *contenedor = nullptr;
+    VistaX *vista = nullptr;
 
     bool pActive = false;
     ObjetoPtr objeto;
     ObjetoPtr objetoActivo;
     IMapaX *root = nullptr;
     float escala = 1.0f;
-    double maxX = 750;
-    double maxY = 500;
+    double maxX = vistaMaximaX;
+    double maxY = vistaMaximaY;
     bool horizEnUso = false;
     bool vertEnUso = false;
 };
@@ -67,26 +85,27 @@ FrameX::FrameX(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     setAutoFillBackground(true);
-    resize(273, 223);
+    resize(tamanoInicial);
 
     d->vert = new QScrollBar(Qt::Vertical, this);
     d->vert->setObjectName(QStringLiteral("vert"));
-    BarraTitulo::colocar(d->vert, 248, BarraTitulo::altoTitulo);
-    d->vert->resize(anchoBarra, 177);
+    BarraTitulo::colocar(d->vert, rectVert.x(), rectVert.y());
+    d->vert->resize(rectVert.size());
     d->horiz = new QScrollBar(Qt::Horizontal, this);
     d->horiz->setObjectName(QStringLiteral("horiz"));
-    BarraTitulo::colocar(d->horiz, 0, 200);
-    d->horiz->resize(249, anchoBarra);
+    BarraTitulo::colocar(d->horiz, rectHoriz.x(), rectHoriz.y());
+    d->horiz->resize(rectHoriz.size());
     d->esquina = new Dummy(this);
     d->esquina->setObjectName(QStringLiteral("esquina"));
-    d->esquina->setBackStyle(1);
-    d->esquina->setBackColor(qint32(0x8000000F)); // the button face
-    d->esquina->setBorderStyle(0);
+    d->esquina->setBackStyle(fondoOpaco);
+    d->esquina->setBackColor(caraDeBoton);
+    d->esquina->setBorderStyle(sinBorde);
     d->esquina->resize(anchoBarra, anchoBarra);
     for (QScrollBar *barra : {d->vert, d->horiz}) {
         barra->setSingleStep(pasoScroll);
         barra->setMaximum(0);
         barra->hide();
+        barra->setEnabled(false); // the frame starts inactive
         barra->installEventFilter(this);
     }
     d->esquina->hide();
@@ -137,10 +156,10 @@ IContenedorX &FrameX::contenedor() const
 {
     if (!d->conten)
         throw Error(Error::ObjectNotSet);
-    auto *contrato = LateBinding::call(d->conten, QStringLiteral("cast")).value<IContenedorX *>();
-    if (!contrato)
-        throw Error(Error::ObjectNotSet);
-    return *contrato;
+    // A contained control without the contract fails as a call of its "cast" would.
+    if (!d->contenedor)
+        throw Error(Error::MemberNotSupported);
+    return *d->contenedor;
 }
 
 IMapaX &FrameX::root() const
@@ -227,7 +246,10 @@ void FrameX::setViewPort(QWidget *micontrol)
         const double y0 = -BarraTitulo::arriba(micontrol);
         const double x1 = BarraTitulo::izquierda(d->vert) + x0;
         const double y1 = BarraTitulo::arriba(d->horiz) + y0;
-        LateBinding::call(micontrol, QStringLiteral("setViewPort"), {x0, y0, x1, y1});
+        VistaX *vista = micontrol == d->conten ? d->vista : qobject_cast<VistaX *>(micontrol);
+        if (!vista)
+            throw Error(Error::MemberNotSupported);
+        vista->setViewPort(float(x0), float(y0), float(x1), float(y1));
     });
 }
 
@@ -248,42 +270,43 @@ void FrameX::setObjeto(const ObjetoPtr &objeto)
     trap(QStringLiteral("FrameX.IContenedorX_setObjeto->"), [&] {
         if (!objeto)
             throw Error(Error::ObjectNotSet);
-        // 1. Whatever was shown before goes.
+        // Whatever was shown before goes.
         if (d->objeto) {
             d->objetoActivo = nullptr;
             d->objeto = nullptr;
             d->conten = nullptr;
+            d->contenedor = nullptr;
+            d->vista = nullptr;
             d->controles.remove(nombreConten);
         }
-        // 2. The children start neither active nor selected.
+        // The children start neither active nor selected.
         if (const auto hijos = objeto->getObjetos()) {
             for (const ObjetoPtr &hijo : hijos->NewEnum()) {
                 hijo->setActivo(false);
                 hijo->setSeleccionado(false);
             }
         }
-        // 3. A leg view for a leg, a free-layout container for anything else.
+        // A leg view for a leg, a free-layout container for anything else.
         const QString clase = objeto->getTipo() == QLatin1String("P") ? QStringLiteral("Tarvonix.PiernaX")
                                                                       : QStringLiteral("Tarvonix.ContenedorX");
         d->conten = d->controles.add(clase, nombreConten);
+        d->contenedor = dynamic_cast<IContenedorX *>(d->conten.data());
+        d->vista = dynamic_cast<VistaX *>(d->conten.data());
         d->vert->raise();
         d->horiz->raise();
         d->esquina->raise();
         d->barra.alFrente();
-        // 4.
+        // The container gets the root, the object and the scale, in that order.
         IContenedorX &contrato = contenedor();
         contrato.setRoot(d->root);
         contrato.setObjeto(objeto);
         contrato.setEscala(d->escala);
-        // 5.-6.
+        // Below the title, fitted, then shown with the object's description as the title.
         d->objetoActivo = objeto;
         BarraTitulo::colocar(d->conten, 1, BarraTitulo::altoTitulo + 1);
-        // 7.
         ensureVisible(d->conten);
-        // 8.
         d->conten->show();
         d->objeto = objeto;
-        // 9.
         d->barra.setTexto(objeto->getDescripcion());
     });
 }
@@ -303,6 +326,8 @@ void FrameX::setActivo(const ObjetoPtr &objeto, bool valor)
     trap(QStringLiteral("FrameX.IContenedorX_setActivo->"), [&] {
         d->pActive = valor;
         d->barra.mostrarActivo(valor);
+        d->vert->setEnabled(valor);
+        d->horiz->setEnabled(valor);
         if (valor && !isHidden() && isEnabled()) {
             raise();
             root().setActive(nullptr, this, IMapaX::FrameActivo);
@@ -386,31 +411,32 @@ void FrameX::ensureVisible(QWidget *micontrol)
         if (!micontrol)
             throw Error(Error::ObjectNotSet);
         const int altoTitulo = BarraTitulo::altoTitulo;
-        // 1.-2. What the control needs, but never less than the smallest frame.
-        double W = micontrol->width() + d->vert->width() + 8;
-        double H = micontrol->height() + altoTitulo + d->horiz->height() + 8;
+        // What the control needs, but never less than the smallest frame.
+        double W = micontrol->width() + d->vert->width() + margenAjuste;
+        double H = micontrol->height() + altoTitulo + d->horiz->height() + margenAjuste;
         W = qMax(W, double(anchoMinimo));
         H = qMax(H, double(altoMinimo));
-        // 3. Wider than the map allows: the horizontal bar covers exactly what does not fit.
+        // Wider than the map allows: the horizontal bar covers exactly what does not fit.
         d->horiz->hide();
         d->horizEnUso = W > d->maxX;
         if (d->horizEnUso) {
             W = d->maxX;
-            d->horiz->setMaximum(toInt16(micontrol->width() - d->maxX + d->vert->width() + 8));
+            d->horiz->setMaximum(toInt16(micontrol->width() - d->maxX + d->vert->width() + margenAjuste));
             d->horiz->setPageStep(qMax(1, int(d->maxX)));
             d->horiz->show();
         }
-        // 4. Likewise downwards.
+        // Likewise downwards.
         d->vert->hide();
         d->vertEnUso = H > d->maxY;
         if (d->vertEnUso) {
             H = d->maxY;
-            d->vert->setMaximum(toInt16(micontrol->height() - d->maxY + altoTitulo + d->horiz->height() + 8));
+            d->vert->setMaximum(
+                toInt16(micontrol->height() - d->maxY + altoTitulo + d->horiz->height() + margenAjuste));
             d->vert->setPageStep(qMax(1, int(d->maxY)));
             d->vert->show();
         }
         d->esquina->setVisible(d->horizEnUso && d->vertEnUso);
-        // 5. A minimised frame keeps its height; only the ranges change.
+        // A minimised frame keeps its height; only the ranges change.
         if (!d->barra.minimizado()) {
             const bool crece = width() < W || height() < H;
             resize(int(W), int(H));
@@ -418,7 +444,7 @@ void FrameX::ensureVisible(QWidget *micontrol)
             if (crece)
                 root().ensureVisible(this);
         }
-        // 6.
+        // The visible part of the control changed with the frame.
         setViewPort(micontrol);
     });
 }
@@ -437,9 +463,9 @@ void FrameX::distribuir()
     trap(QStringLiteral("FrameX.UserControl_resize->"), [&] {
         const int w = width() - 2 * BarraTitulo::borde;
         const int h = height() - 2 * BarraTitulo::borde;
-        // 1.-3. The buttons at the right end, the title before them.
+        // The buttons at the right end, the title before them.
         d->barra.distribuir(w);
-        // 4. The bars along the right and bottom edges, the corner where they meet.
+        // The bars along the right and bottom edges, the corner where they meet.
         if (d->barra.minimizado())
             return;
         d->horiz->resize(qMax(0, w - d->vert->width()), d->horiz->height());
@@ -503,8 +529,11 @@ void FrameX::clicDerecho()
 
 bool FrameX::eventFilter(QObject *watched, QEvent *event)
 {
-    // A scroll bar taking the focus activates an inactive frame.
-    if (event->type() == QEvent::FocusIn && (watched == d->vert || watched == d->horiz))
+    // A scroll bar pressed or given the focus activates an inactive frame. The filter
+    // sees the press before the disabled bar would refuse it; once the frame is
+    // active the bar is enabled again and takes the press itself.
+    if ((event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn)
+        && (watched == d->vert || watched == d->horiz) && !d->pActive)
         activate();
     return QWidget::eventFilter(watched, event);
 }

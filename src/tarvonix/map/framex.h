@@ -21,11 +21,15 @@ namespace tarvonix {
     otherwise. The frame fulfils IContenedorX by passing it on to "conten",
     except for setObjeto, getObjeto, setRoot and setActivo, which are its own.
 
-    The contained control reaches the frame through the members "pActive",
-    "setActive", "isActive", "activate", "Resize", "hScroll", "vScroll" and
-    "Name"; the map through "cast", "setMaxViewPort", "getDragX", "getDragY"
-    and the host-side members. Activation, right-clicks, close requests and
-    the start of a move go up to the map through its IMapaX.
+    The scroll bars follow the frame's activation: they are enabled exactly
+    while the frame is active. A press on an inactive frame's bar activates
+    the frame, and the bar then takes the press.
+
+    The contained view reaches the frame through IFrameX (the same members
+    stay callable by name for hosts); the map through the container contract,
+    setMaxViewPort(), getDragX(), getDragY() and Qt's own members.
+    Activation, right-clicks, close requests and the start of a move go up to
+    the map through its IMapaX.
 
     Created by name as "Tarvonix.FrameX". Failures are shown as
     "FrameX.operation->description".

@@ -1,5 +1,7 @@
 #include <tarvonix/map/mapax.h>
 
+#include <tarvonix/map/framerefx.h>
+#include <tarvonix/map/framex.h>
 #include <tarvonix/model/icontenedorx.h>
 #include <tarvonix/model/referencias.h>
 #include <tarvonix/platform/childcontrols.h>
@@ -7,7 +9,6 @@
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/platform/latebinding.h>
 
 #include <QDrag>
 #include <QDragEnterEvent>
@@ -24,6 +25,15 @@ namespace {
 constexpr QLatin1String nombreLeyenda("REF");
 constexpr QLatin1String nombreCaja("caja");
 
+// The deferred action runs on the tick after the request.
+constexpr int intervaloThread = 10;
+// Frames keep this far from the map's right and bottom edges; one that cannot goes to posicionMinima.
+constexpr int margenMapa = 2;
+constexpr int posicionMinima = 1;
+// Where the legend frame first appears.
+constexpr int posicionLeyenda = 2;
+constexpr QSize tamanoInicial(750, 500);
+
 // The deferred layout actions, in the order of their codes.
 enum Accion : qint16 {
     AlinearHorizontal = 0,
@@ -33,6 +43,8 @@ enum Accion : qint16 {
     DistribuirVertical = 4,
 };
 
+// The key codes the map answers; every other key is ninguna.
+constexpr int ninguna = 0;
 constexpr int teclaEnter = 13;
 constexpr int teclaMenu = 93;
 
@@ -43,13 +55,55 @@ QString nombreDe(const ObjetoPtr &obj)
     return obj->getTipo() + obj->getCodigo();
 }
 
-// A frame's contract, reached through its member "cast".
-IContenedorX *contratoDe(QWidget *frame)
+// The map's child controls are frames, the legend frame and the move outline.
+// A control asked for a member it does not have fails as a call by name would,
+// so the walks over the children stop at the same control with the same text.
+QWidget *comprobado(QWidget *control)
 {
-    auto *contrato = LateBinding::call(frame, QStringLiteral("cast")).value<IContenedorX *>();
-    if (!contrato)
+    if (!control)
         throw Error(Error::ObjectNotSet);
-    return contrato;
+    return control;
+}
+
+FrameX *frameDe(QWidget *control)
+{
+    auto *frame = qobject_cast<FrameX *>(comprobado(control));
+    if (!frame)
+        throw Error(Error::MemberNotSupported);
+    return frame;
+}
+
+FrameRefX *leyendaDe(QWidget *control)
+{
+    auto *leyenda = qobject_cast<FrameRefX *>(comprobado(control));
+    if (!leyenda)
+        throw Error(Error::MemberNotSupported);
+    return leyenda;
+}
+
+// What both frame controls answer while they are fitted and moved.
+void ponerVistaMaxima(QWidget *control, double x, double y)
+{
+    if (auto *frame = qobject_cast<FrameX *>(comprobado(control)))
+        frame->setMaxViewPort(x, y);
+    else
+        leyendaDe(control)->setMaxViewPort(x, y);
+}
+
+QPointF agarreDe(QWidget *control)
+{
+    if (auto *frame = qobject_cast<FrameX *>(comprobado(control)))
+        return QPointF(frame->getDragX(), frame->getDragY());
+    const FrameRefX *leyenda = leyendaDe(control);
+    return QPointF(leyenda->getDragX(), leyenda->getDragY());
+}
+
+void activar(QWidget *control)
+{
+    if (auto *frame = qobject_cast<FrameX *>(comprobado(control)))
+        frame->activate();
+    else
+        leyendaDe(control)->activate();
 }
 
 int codigoDeTecla(const QKeyEvent *event)
@@ -61,7 +115,7 @@ int codigoDeTecla(const QKeyEvent *event)
     case Qt::Key_Menu:
         return teclaMenu;
     default:
-        return 0;
+        return ninguna;
     }
 }
 
@@ -73,26 +127,26 @@ int codigoDeTecla(const QKeyEvent *event)
 class MapaX::Callbacks : public IMapaX
 {
 public:
-    explicit Callbacks(MapaX *mapa)
-        : m_mapa(mapa)
+    explicit Callbacks(MapaX *owner)
+        : mapa(owner)
     {
     }
-    void clicked(const ObjetoPtr &obj, bool multi) override { m_mapa->IMapaX_clicked(obj, multi); }
-    void rightClicked(const ObjetoPtr &obj, bool multi) override { m_mapa->IMapaX_rightClicked(obj, multi); }
+    void clicked(const ObjetoPtr &obj, bool multi) override { mapa->IMapaX_clicked(obj, multi); }
+    void rightClicked(const ObjetoPtr &obj, bool multi) override { mapa->IMapaX_rightClicked(obj, multi); }
     void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) override
     {
-        m_mapa->IMapaX_Droped(origen, destino, shift);
+        mapa->IMapaX_Droped(origen, destino, shift);
     }
-    void moved(const ObjetoPtr &obj) override { m_mapa->IMapaX_Moved(obj); }
+    void moved(const ObjetoPtr &obj) override { mapa->IMapaX_Moved(obj); }
     void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) override
     {
-        m_mapa->IMapaX_setActive(obj, frame, op);
+        mapa->IMapaX_setActive(obj, frame, op);
     }
     void ensureVisible(QWidget *) override {}
-    void remove(const ObjetoPtr &frame) override { m_mapa->remove(frame); }
+    void remove(const ObjetoPtr &frame) override { mapa->remove(frame); }
 
 private:
-    MapaX *m_mapa;
+    MapaX *const mapa;
 };
 
 struct MapaX::Private
@@ -107,7 +161,7 @@ struct MapaX::Private
     ChildControls controles;
     QTimer *thread = nullptr;
     ObjetoPtr objetoActivo;
-    QPointer<QWidget> frameActivo;
+    QPointer<FrameX> frameActivo;
     bool verReferencias = false;
     bool moviendo = false;
     QString frameEnMovimiento;
@@ -120,12 +174,12 @@ MapaX::MapaX(QWidget *parent)
 {
     d->thread = new QTimer(this);
     d->thread->setObjectName(QStringLiteral("thread"));
-    d->thread->setInterval(10);
+    d->thread->setInterval(intervaloThread);
     connect(d->thread, &QTimer::timeout, this, &MapaX::ejecutarAccion);
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
     setAutoFillBackground(true);
-    resize(750, 500);
+    resize(tamanoInicial);
 }
 
 MapaX::~MapaX()
@@ -152,21 +206,18 @@ QWidget *MapaX::control(const QString &name) const
     return d->controles.find(name);
 }
 
-IContenedorX *MapaX::buscarFrame(const ObjetoPtr &obj) const
+FrameX *MapaX::buscarFrame(const ObjetoPtr &obj) const
 {
-    return contratoDe(d->controles.item(nombreDe(obj)));
+    return frameDe(d->controles.item(nombreDe(obj)));
 }
 
 void MapaX::add(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("MapaX.add->"), [&] {
-        // 1.-2. The frame, named by the object's type and code.
-        QWidget *frame = d->controles.add(QStringLiteral("Tarvonix.FrameX"), nombreDe(obj));
-        // 3. Its root, then its object.
-        IContenedorX *contrato = contratoDe(frame);
-        contrato->setRoot(&d->callbacks);
-        contrato->setObjeto(obj);
-        // 4. Inside the map's area.
+        // The frame is named by the object's type and code; it gets its root, then its object.
+        FrameX *frame = frameDe(d->controles.add(QStringLiteral("Tarvonix.FrameX"), nombreDe(obj)));
+        frame->setRoot(&d->callbacks);
+        frame->setObjeto(obj);
         ajustarFrame(frame);
     });
 }
@@ -176,19 +227,18 @@ void MapaX::remove(const ObjetoPtr &obj)
     trap(QStringLiteral("MapaX.remove->"), [&] {
         QString nombre;
         if (!obj) {
-            // 1. No object: the legend, which is not wanted any more.
+            // No object: the legend, which is not wanted any more.
             nombre = nombreLeyenda;
             d->verReferencias = false;
         } else {
-            // 2. The frame of obj; whichever frame was active, none is afterwards.
+            // The frame of obj; whichever frame was active, none is afterwards.
             nombre = nombreDe(obj);
-            IContenedorX *contrato = contratoDe(d->controles.item(nombre));
-            contrato->setActivo(contrato->getObjeto(), true);
+            FrameX *frame = frameDe(d->controles.item(nombre));
+            frame->setActivo(frame->getObjeto(), true);
             d->frameActivo = nullptr;
             d->objetoActivo = nullptr;
             references();
         }
-        // 3.
         d->controles.remove(nombre);
     });
 }
@@ -196,11 +246,11 @@ void MapaX::remove(const ObjetoPtr &obj)
 void MapaX::removeAll()
 {
     trap(QStringLiteral("MapaX.removeAll->"), [&] {
-        // 1.-2. No active frame, no active object.
+        // No active frame, no active object.
         IMapaX_setActive(nullptr, nullptr, IMapaX::FrameActivo);
         d->frameActivo = nullptr;
         d->objetoActivo = nullptr;
-        // 3. Over a copy of the names, so that removing does not skip any.
+        // Over a copy of the names, so that removing does not skip any.
         const QStringList nombres = d->controles.names();
         for (const QString &nombre : nombres)
             d->controles.remove(nombre);
@@ -214,7 +264,7 @@ ObjetoPtr MapaX::getActive() const
 
 ObjetoPtr MapaX::getFrame() const
 {
-    return d->frameActivo ? contratoDe(d->frameActivo)->getObjeto() : nullptr;
+    return d->frameActivo ? d->frameActivo->getObjeto() : nullptr;
 }
 
 std::shared_ptr<Objetos> MapaX::getSelected()
@@ -222,7 +272,7 @@ std::shared_ptr<Objetos> MapaX::getSelected()
     std::shared_ptr<Objetos> seleccionados;
     trap(QStringLiteral("MapaX.getSelected->"), [&] {
         if (d->frameActivo)
-            seleccionados = buscarFrame(contratoDe(d->frameActivo)->getObjeto())->getSeleccionados();
+            seleccionados = buscarFrame(d->frameActivo->getObjeto())->getSeleccionados();
     });
     return seleccionados;
 }
@@ -230,7 +280,7 @@ std::shared_ptr<Objetos> MapaX::getSelected()
 void MapaX::setObjeto(const ObjetoPtr &nuevo)
 {
     trap(QStringLiteral("MapaX.setObjeto->"), [&] {
-        // 1. No active frame: a new one.
+        // No active frame: a new one.
         if (!d->frameActivo) {
             add(nuevo);
             show(nuevo);
@@ -238,8 +288,8 @@ void MapaX::setObjeto(const ObjetoPtr &nuevo)
         }
         if (!nuevo)
             throw Error(Error::ObjectNotSet);
-        // 2. The codes compared as they are, letter case included.
-        const ObjetoPtr actual = contratoDe(d->frameActivo)->getObjeto();
+        // The codes compared as they are, letter case included.
+        const ObjetoPtr actual = d->frameActivo->getObjeto();
         if (!actual)
             throw Error(Error::ObjectNotSet);
         if (actual->getCodigo() != nuevo->getCodigo()) {
@@ -267,18 +317,18 @@ void MapaX::Refresh(const ObjetoPtr &obj)
 void MapaX::show(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("MapaX.show->"), [&] {
-        QWidget *frame = d->controles.item(nombreDe(obj));
-        LateBinding::set(frame, QStringLiteral("Visible"), true);
+        QWidget *control = d->controles.item(nombreDe(obj));
+        control->setVisible(true);
         // The frame answers by reporting itself active, which makes it the active frame.
-        IContenedorX *contrato = contratoDe(frame);
-        contrato->setActivo(contrato->getObjeto(), true);
+        FrameX *frame = frameDe(control);
+        frame->setActivo(frame->getObjeto(), true);
     });
 }
 
 void MapaX::hide(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("MapaX.hide->"), [&] {
-        LateBinding::set(d->controles.item(nombreDe(obj)), QStringLiteral("Visible"), false);
+        d->controles.item(nombreDe(obj))->setVisible(false);
     });
 }
 
@@ -342,7 +392,7 @@ void MapaX::ejecutarAccion()
             return;
         if (!d->frameActivo)
             throw Error(Error::ObjectNotSet);
-        IContenedorX *frame = contratoDe(d->frameActivo);
+        FrameX *frame = d->frameActivo;
         switch (d->accionPendiente) {
         case AlinearHorizontal:
             frame->alinearHorizontal(d->objetoActivo);
@@ -366,7 +416,7 @@ void MapaX::ejecutarAccion()
 void MapaX::seleccionar(const ObjetoPtr &obj, const QString &codigo)
 {
     trap(QStringLiteral("MapaX.seleccionar->"), [&] {
-        IContenedorX *frame = nullptr;
+        FrameX *frame = nullptr;
         trapSilently([&] { frame = buscarFrame(obj); });
         if (frame)
             frame->seleccionar(codigo);
@@ -376,7 +426,7 @@ void MapaX::seleccionar(const ObjetoPtr &obj, const QString &codigo)
 void MapaX::seleccionarTodos(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("MapaX.seleccionarTodos->"), [&] {
-        IContenedorX *frame = nullptr;
+        FrameX *frame = nullptr;
         trapSilently([&] { frame = buscarFrame(obj); });
         if (frame)
             frame->seleccionarTodos();
@@ -386,7 +436,7 @@ void MapaX::seleccionarTodos(const ObjetoPtr &obj)
 void MapaX::deseleccionarTodos(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("MapaX.deseleccionarTodos->"), [&] {
-        IContenedorX *frame = nullptr;
+        FrameX *frame = nullptr;
         trapSilently([&] { frame = buscarFrame(obj); });
         if (frame)
             frame->deseleccionarTodos();
@@ -399,7 +449,7 @@ void MapaX::setBloqueo(bool valor)
     // outline): the frames after it keep their lock as it was.
     trap(QStringLiteral("MapaX.setBloqueo->"), [&] {
         for (const QString &nombre : d->controles.names())
-            contratoDe(d->controles.item(nombre))->setBloqueo(valor);
+            frameDe(d->controles.item(nombre))->setBloqueo(valor);
     });
 }
 
@@ -454,20 +504,16 @@ void MapaX::ajustarFrame(QWidget *frame)
 {
     const int W = width();
     const int H = height();
-    // 1. The largest size the frame may take.
-    LateBinding::call(frame, QStringLiteral("setMaxViewPort"), {double(W - 2), double(H - 2)});
-    // 2.-3. Back inside the area, or at 1 when it is larger than the area.
-    const int izquierda = LateBinding::get(frame, QStringLiteral("left")).toInt();
-    const int ancho = LateBinding::get(frame, QStringLiteral("Width")).toInt();
-    if (izquierda + ancho > W - 2) {
-        const int nueva = W - ancho - 2;
-        LateBinding::set(frame, QStringLiteral("left"), nueva <= 0 ? 1 : nueva);
+    // The largest size the frame may take; a frame larger than that relies on its scroll bars.
+    ponerVistaMaxima(frame, double(W - margenMapa), double(H - margenMapa));
+    // Back inside the area, or at the first position when it is larger than the area.
+    if (frame->x() + frame->width() > W - margenMapa) {
+        const int nueva = W - frame->width() - margenMapa;
+        frame->move(nueva <= 0 ? posicionMinima : nueva, frame->y());
     }
-    const int arriba = LateBinding::get(frame, QStringLiteral("top")).toInt();
-    const int alto = LateBinding::get(frame, QStringLiteral("Height")).toInt();
-    if (arriba + alto > H - 2) {
-        const int nueva = H - alto - 2;
-        LateBinding::set(frame, QStringLiteral("top"), nueva <= 0 ? 1 : nueva);
+    if (frame->y() + frame->height() > H - margenMapa) {
+        const int nueva = H - frame->height() - margenMapa;
+        frame->move(frame->x(), nueva <= 0 ? posicionMinima : nueva);
     }
 }
 
@@ -492,7 +538,7 @@ void MapaX::resizeEvent(QResizeEvent *event)
 void MapaX::keyPressEvent(QKeyEvent *event)
 {
     const int tecla = codigoDeTecla(event);
-    if (tecla == 0) {
+    if (tecla == ninguna) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -502,15 +548,15 @@ void MapaX::keyPressEvent(QKeyEvent *event)
             if (d->objetoActivo)
                 Q_EMIT Enter(d->objetoActivo);
             else if (d->frameActivo)
-                Q_EMIT Enter(contratoDe(d->frameActivo)->getObjeto());
+                Q_EMIT Enter(d->frameActivo->getObjeto());
         } else if (d->objetoActivo) {
             if (!d->frameActivo)
                 throw Error(Error::ObjectNotSet);
-            const qint32 cuantos = contratoDe(d->frameActivo)->getSeleccionados()->count();
+            const qint32 cuantos = d->frameActivo->getSeleccionados()->count();
             Q_EMIT RightClick(d->objetoActivo, cuantos > 1);
         } else if (d->frameActivo) {
             // A frame is not a map object: the conversion fails and nothing is raised.
-            if (!dynamic_cast<IObjeto *>(contratoDe(d->frameActivo)))
+            if (!dynamic_cast<IObjeto *>(d->frameActivo.data()))
                 throw Error(Error::TypeMismatch);
         }
     });
@@ -530,7 +576,7 @@ void MapaX::IMapaX_Droped(const QString &origen, const ObjetoPtr &destino, qint3
 {
     // A source frame that no longer exists raises nothing.
     std::shared_ptr<Objetos> seleccion;
-    if (trapSilently([&] { seleccion = contratoDe(d->controles.item(origen))->getSeleccionados(); }))
+    if (trapSilently([&] { seleccion = frameDe(d->controles.item(origen))->getSeleccionados(); }))
         Q_EMIT Drop(seleccion, destino, shift);
 }
 
@@ -542,14 +588,16 @@ void MapaX::IMapaX_Moved(const ObjetoPtr &obj)
 void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op)
 {
     trap(QStringLiteral("MapaX.IMapaX_setActive->"), [&] {
-        // 1. A frame became active: the one before is told, the legend follows.
+        // A frame became active: the one before is told, the legend follows. A frame
+        // activated again is not "the one before": deactivating it would leave the
+        // map's active frame inactive.
         if (op == IMapaX::FrameActivo) {
-            if (d->frameActivo)
-                contratoDe(d->frameActivo)->setActivo(nullptr, false);
-            d->frameActivo = dynamic_cast<QWidget *>(frame);
+            FrameX *nuevo = dynamic_cast<FrameX *>(frame);
+            if (d->frameActivo && d->frameActivo != nuevo)
+                d->frameActivo->setActivo(nullptr, false);
+            d->frameActivo = nuevo;
             references();
         }
-        // 2.
         d->objetoActivo = obj;
     });
 }
@@ -557,35 +605,35 @@ void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 o
 void MapaX::references()
 {
     trap(QStringLiteral("MapaX.references->"), [&] {
-        // 1.-3. Whether there is anything to show.
+        // Whether there is anything to show.
         bool ocultar = !d->verReferencias || !d->frameActivo;
         std::shared_ptr<Referencias> referencias;
         if (!ocultar) {
             trapSilently([&] {
-                const ObjetoPtr objeto = contratoDe(d->frameActivo)->getObjeto();
+                const ObjetoPtr objeto = d->frameActivo->getObjeto();
                 if (objeto)
                     referencias = objeto->getReferencias();
             });
             ocultar = !referencias;
         }
-        // 4. Keys to show: the legend frame, made on first need. 5. An empty list changes nothing.
+        // Keys to show: the legend frame, made on first need. An empty list changes nothing.
         if (!ocultar && referencias->count() > 0) {
-            QWidget *leyenda = d->controles.find(nombreLeyenda);
-            if (!leyenda) {
-                leyenda = d->controles.add(QStringLiteral("Tarvonix.FrameRefX"), nombreLeyenda);
-                LateBinding::call(leyenda, QStringLiteral("setRoot"), {QVariant::fromValue<IMapaX *>(&d->callbacks)});
-                LateBinding::set(leyenda, QStringLiteral("top"), 2);
-                LateBinding::set(leyenda, QStringLiteral("left"), 2);
-                LateBinding::call(leyenda, QStringLiteral("setActive"), {true});
+            QWidget *control = d->controles.find(nombreLeyenda);
+            if (!control) {
+                control = d->controles.add(QStringLiteral("Tarvonix.FrameRefX"), nombreLeyenda);
+                FrameRefX *nueva = leyendaDe(control);
+                nueva->setRoot(&d->callbacks);
+                nueva->move(posicionLeyenda, posicionLeyenda);
+                nueva->setActive(true);
             }
-            LateBinding::call(leyenda, QStringLiteral("setReferencias"), {QVariant::fromValue(referencias)});
-            d->callbacks.ensureVisible(leyenda);
-            LateBinding::set(leyenda, QStringLiteral("Visible"), true);
+            // A frame of a root object may be named "REF" too: it has no keys to show.
+            leyendaDe(control)->setReferencias(referencias);
+            d->callbacks.ensureVisible(control);
+            control->setVisible(true);
         }
-        // 6.
         if (ocultar) {
             if (QWidget *leyenda = d->controles.find(nombreLeyenda))
-                LateBinding::set(leyenda, QStringLiteral("Visible"), false);
+                leyenda->setVisible(false);
         }
     });
 }
@@ -595,19 +643,14 @@ void MapaX::startMove(QWidget *frame)
     trap(QStringLiteral("MapaX.startMove->"), [&] {
         if (!frame)
             throw Error(Error::ObjectNotSet);
-        // a. Nothing else reacts while the outline moves.
-        for (const QString &nombre : d->controles.names()) {
-            QWidget *control = d->controles.item(nombre);
-            LateBinding::set(control, QStringLiteral("ClipControls"), false);
-            LateBinding::set(control, QStringLiteral("enabled"), false);
-        }
-        // b.-c. The frame gives way to its outline.
-        LateBinding::set(frame, QStringLiteral("Visible"), false);
+        // Nothing else reacts while the outline moves.
+        for (const QString &nombre : d->controles.names())
+            d->controles.item(nombre)->setEnabled(false);
+        // The frame gives way to its outline, which the drag carries by the frame's name.
+        frame->setVisible(false);
         dibujarCaja(frame);
-        // d.
         d->moviendo = true;
-        d->frameEnMovimiento = LateBinding::get(frame, QStringLiteral("Name")).toString();
-        // e.
+        d->frameEnMovimiento = frame->objectName();
         iniciarArrastre();
     });
 }
@@ -655,18 +698,15 @@ QWidget *MapaX::frameArrastrado(const QMimeData *datos) const
 QPointF MapaX::esquinaEn(QWidget *frame, QPointF puntero) const
 {
     // The point of the title bar that was grabbed stays under the pointer.
-    return puntero
-        - QPointF(LateBinding::call(frame, QStringLiteral("getDragX")).toDouble(),
-                  LateBinding::call(frame, QStringLiteral("getDragY")).toDouble());
+    return puntero - agarreDe(frame);
 }
 
 void MapaX::ponerCajaEnFrame()
 {
     // Feedback for a place where the frame cannot go: the outline goes back onto the frame.
     trap(QStringLiteral("MapaX.UserControl_OLEGiveFeedback->"), [&] {
-        QWidget *frame = d->controles.item(d->frameEnMovimiento);
-        moverCaja(LateBinding::get(frame, QStringLiteral("left")).toDouble(),
-                  LateBinding::get(frame, QStringLiteral("top")).toDouble());
+        const QWidget *frame = d->controles.item(d->frameEnMovimiento);
+        moverCaja(frame->x(), frame->y());
     });
 }
 
@@ -677,8 +717,7 @@ Qt::DropAction MapaX::dropMove(const QMimeData *datos, QPointF position)
         QWidget *frame = frameArrastrado(datos);
         if (!frame)
             return;
-        const QPointF esquina = esquinaEn(frame, position);
-        LateBinding::call(frame, QStringLiteral("Move"), {esquina.x(), esquina.y()});
+        frame->move(esquinaEn(frame, position).toPoint());
         efecto = Qt::MoveAction;
     });
     return efecto;
@@ -696,21 +735,14 @@ void MapaX::completeDrag()
 void MapaX::completeMove(QWidget *frame)
 {
     trap(QStringLiteral("MapaX.completeMove->"), [&] {
-        // a. The frame may have gone while it moved: the outline and the lock go all the same.
+        // The frame may have gone while it moved: the outline and the lock go all the same.
         if (frame)
-            LateBinding::call(frame, QStringLiteral("activate"));
-        // b.
+            activar(frame);
         borrarCaja();
-        // c.
         if (frame)
-            LateBinding::set(frame, QStringLiteral("Visible"), true);
-        // d.
-        for (const QString &nombre : d->controles.names()) {
-            QWidget *control = d->controles.item(nombre);
-            LateBinding::set(control, QStringLiteral("ClipControls"), true);
-            LateBinding::set(control, QStringLiteral("enabled"), true);
-        }
-        // e.
+            frame->setVisible(true);
+        for (const QString &nombre : d->controles.names())
+            d->controles.item(nombre)->setEnabled(true);
         d->moviendo = false;
         if (!frame)
             throw Error(Error::ControlNotFound);
@@ -721,9 +753,7 @@ void MapaX::dibujarCaja(QWidget *frame)
 {
     trap(QStringLiteral("MapaX.dibujarCaja->"), [&] {
         QWidget *caja = d->controles.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja);
-        for (const QString &miembro : {QStringLiteral("top"), QStringLiteral("left"), QStringLiteral("Width"),
-                                       QStringLiteral("Height")})
-            LateBinding::set(caja, miembro, LateBinding::get(frame, miembro));
+        caja->setGeometry(comprobado(frame)->geometry());
         caja->raise();
         caja->show();
     });
@@ -732,7 +762,7 @@ void MapaX::dibujarCaja(QWidget *frame)
 void MapaX::moverCaja(double x, double y)
 {
     trap(QStringLiteral("MapaX.moverCaja->"), [&] {
-        LateBinding::call(d->controles.item(nombreCaja), QStringLiteral("Move"), {x, y});
+        d->controles.item(nombreCaja)->move(QPointF(x, y).toPoint());
     });
 }
 

@@ -14,6 +14,7 @@ class QTimer;
 
 namespace tarvonix {
 
+class FrameX;
 class IContenedorX;
 
 /*!
@@ -122,11 +123,6 @@ public:
     //! The child control named \a name, or nullptr.
     QWidget *control(const QString &name) const;
 
-    //! Steps of a frame move, driven by the drag events (public so that tests can drive them).
-    Qt::DropAction moveOver(const QMimeData *datos, QPointF position);
-    Qt::DropAction dropMove(const QMimeData *datos, QPointF position);
-    void completeDrag();
-
 Q_SIGNALS:
     void Click(const tarvonix::ObjetoPtr &obj, bool multi);
     void RightClick(const tarvonix::ObjetoPtr &obj, bool multi);
@@ -148,7 +144,7 @@ private:
     std::unique_ptr<Private> d;
 
     void IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op);
-    IContenedorX *buscarFrame(const ObjetoPtr &obj) const;
+    FrameX *buscarFrame(const ObjetoPtr &obj) const;
     void threadAction(qint16 accion);
     void ejecutarAccion();
     void ajustarFrame(QWidget *frame);
@@ -156,7 +152,11 @@ private:
     void dibujarCaja(QWidget *frame);
     void moverCaja(double x, double y);
     void borrarCaja();
+    // The steps of a frame move, as the drag events drive them.
     void iniciarArrastre();
+    Qt::DropAction moveOver(const QMimeData *datos, QPointF position);
+    Qt::DropAction dropMove(const QMimeData *datos, QPointF position);
+    void completeDrag();
     void ponerCajaEnFrame();
     QWidget *frameEnMovimiento() const;
     QWidget *frameArrastrado(const QMimeData *datos) const;
