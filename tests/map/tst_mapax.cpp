@@ -156,6 +156,10 @@ void tst_MapaX::showingTheActiveFrameKeepsItActive()
     QTest::mouseClick(contenido, Qt::LeftButton, Qt::NoModifier, QPoint(hijo->getX() + 7, hijo->getY() + 7));
     QCOMPARE(click.count(), 1);
     QCOMPARE(click.at(0).at(0).value<ObjetoPtr>(), hijo);
+    // Shown once more, the frame keeps its active object as well.
+    mapa.show(a);
+    QVERIFY(frame->pActive());
+    QCOMPARE(mapa.getActive(), hijo);
 }
 
 void tst_MapaX::setObjetoAddsReplacesOrSwaps()

@@ -37,8 +37,6 @@ constexpr int margenAjuste = 1 + 1 + 2 * BarraTitulo::borde;
 constexpr double vistaMaximaX = 750;
 constexpr double vistaMaximaY = 500;
 // The corner between the bars: an opaque, borderless box in the button face colour.
-constexpr qint16 fondoOpaco = 1;
-constexpr qint16 sinBorde = 0;
 constexpr qint32 caraDeBoton = qint32(0x8000000F);
 
 QString codigoDe(const ObjetoPtr &obj)
@@ -97,9 +95,9 @@ FrameX::FrameX(QWidget *parent)
     d->horiz->resize(rectHoriz.size());
     d->esquina = new Dummy(this);
     d->esquina->setObjectName(QStringLiteral("esquina"));
-    d->esquina->setBackStyle(fondoOpaco);
+    d->esquina->setBackStyle(BackOpaque);
     d->esquina->setBackColor(caraDeBoton);
-    d->esquina->setBorderStyle(sinBorde);
+    d->esquina->setBorderStyle(BorderNone);
     d->esquina->resize(anchoBarra, anchoBarra);
     for (QScrollBar *barra : {d->vert, d->horiz}) {
         barra->setSingleStep(pasoScroll);

@@ -588,12 +588,14 @@ void MapaX::IMapaX_Moved(const ObjetoPtr &obj)
 void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op)
 {
     trap(QStringLiteral("MapaX.IMapaX_setActive->"), [&] {
-        // A frame became active: the one before is told, the legend follows. A frame
-        // activated again is not "the one before": deactivating it would leave the
-        // map's active frame inactive.
+        // A frame became active: the one before is told, the legend follows. The active
+        // frame activated again (a host showing it after a refresh) changes nothing:
+        // deactivating "the one before" would leave the map's active frame inactive.
         if (op == IMapaX::FrameActivo) {
             FrameX *nuevo = dynamic_cast<FrameX *>(frame);
-            if (d->frameActivo && d->frameActivo != nuevo)
+            if (nuevo && nuevo == d->frameActivo)
+                return;
+            if (d->frameActivo)
                 d->frameActivo->setActivo(nullptr, false);
             d->frameActivo = nuevo;
             references();
