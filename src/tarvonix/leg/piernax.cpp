@@ -171,6 +171,20 @@ std::shared_ptr<Pierna> PiernaX::pierna() const
     return d->pierna;
 }
 
+void PiernaX::porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso)
+{
+    // Tier by tier from the bottom, position by position from the left; empty positions are passed over.
+    const auto leg = pierna();
+    const qint16 filas = leg->getFilas();
+    for (int t = 1; t <= filas; ++t) {
+        const qint16 largo = leg->getLargo(qint16(t));
+        for (int p = 1; p <= largo; ++p) {
+            if (const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p)))
+                paso(t, p, objeto);
+        }
+    }
+}
+
 GeometriaCeldas PiernaX::geometria() const
 {
     return GeometriaCeldas(height(), d->escala, pierna()->getClasica());
@@ -210,34 +224,16 @@ void PiernaX::setEscala(float escala)
     update();
 }
 
-void PiernaX::setBloqueo(bool) { }
-
-void PiernaX::alinearHorizontal(const ObjetoPtr &) { }
-
-void PiernaX::alinearVertical(const ObjetoPtr &) { }
-
-void PiernaX::igualarDimension(const ObjetoPtr &) { }
-
-void PiernaX::distribuirHorizontal() { }
-
-void PiernaX::distribuirVertical() { }
-
 void PiernaX::seleccionarTodos()
 {
     trap(QStringLiteral("PiernaX.IContenedorX_seleccionarTodos->"), [this] {
         escalaSeleccionada();
-        const auto leg = pierna();
-        const qint16 filas = leg->getFilas();
-        for (int t = 1; t <= filas; ++t) {
-            const qint16 largo = leg->getLargo(qint16(t));
-            for (int p = 1; p <= largo; ++p) {
-                const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p));
-                if (objeto && !objeto->getSeleccionado()) {
-                    seleccionarObjeto(objeto);
-                    dibujarCelda(objeto);
-                }
+        porCelda([this](int, int, const ObjetoPtr &objeto) {
+            if (!objeto->getSeleccionado()) {
+                seleccionarObjeto(objeto);
+                dibujarCelda(objeto);
             }
-        }
+        });
     });
 }
 
@@ -586,19 +582,13 @@ void PiernaX::soltarBanda(const QRect &rect)
     escalaSeleccionada();
     // Toggle every object whose cell lies wholly inside; the rest of the selection stays.
     const QRectF banda(rect);
-    const auto leg = pierna();
     const GeometriaCeldas g = geometria();
-    const qint16 filas = leg->getFilas();
-    for (int t = 1; t <= filas; ++t) {
-        const qint16 largo = leg->getLargo(qint16(t));
-        for (int p = 1; p <= largo; ++p) {
-            const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p));
-            if (objeto && g.enBanda(t, p, banda)) {
-                alternar(objeto);
-                dibujarCelda(objeto);
-            }
+    porCelda([&](int t, int p, const ObjetoPtr &objeto) {
+        if (g.enBanda(t, p, banda)) {
+            alternar(objeto);
+            dibujarCelda(objeto);
         }
-    }
+    });
 }
 
 void PiernaX::soltarClick(int button, int shift, QPointF punto)

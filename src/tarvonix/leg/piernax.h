@@ -4,6 +4,7 @@
 #include <tarvonix/views/vistax.h>
 #include <tarvonix/tarvonix_export.h>
 
+#include <functional>
 #include <memory>
 
 class QMimeData;
@@ -77,18 +78,7 @@ public:
     ObjetoPtr getObjeto() override;
     void refrescar() override;
     void setEscala(float escala) override;
-    //! Ignored: nothing in a grid can be moved.
-    void setBloqueo(bool bloqueo) override;
-    //! Ignored: the grid fixes every cell's place.
-    void alinearHorizontal(const ObjetoPtr &referencia) override;
-    //! Ignored: the grid fixes every cell's place.
-    void alinearVertical(const ObjetoPtr &referencia) override;
-    //! Ignored: every cell has the same size.
-    void igualarDimension(const ObjetoPtr &referencia) override;
-    //! Ignored: the grid fixes every cell's place.
-    void distribuirHorizontal() override;
-    //! Ignored: the grid fixes every cell's place.
-    void distribuirVertical() override;
+    // The lock, alignment and distribution are VistaX's: the grid fixes every cell's place.
     void seleccionarTodos() override;
     void seleccionar(const QString &codigo) override;
 
@@ -108,6 +98,8 @@ private:
     void pintar(QPainter &painter, const QRect &expuesto) override;
 
     GeometriaCeldas geometria() const;
+    //! Runs \a paso on every position that holds an object: tier, position, object.
+    void porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso);
     std::shared_ptr<Pierna> pierna() const;
 
     // Layout and drawing

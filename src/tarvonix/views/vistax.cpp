@@ -183,6 +183,19 @@ void VistaX::deseleccionarTodos()
     unselectAll();
 }
 
+// A view whose objects have fixed places, like the leg's grid, has nothing to lock, align or distribute.
+void VistaX::setBloqueo(bool) { }
+
+void VistaX::alinearHorizontal(const ObjetoPtr &) { }
+
+void VistaX::alinearVertical(const ObjetoPtr &) { }
+
+void VistaX::igualarDimension(const ObjetoPtr &) { }
+
+void VistaX::distribuirHorizontal() { }
+
+void VistaX::distribuirVertical() { }
+
 void VistaX::setActivo(const ObjetoPtr &objeto, bool valor)
 {
     trap(etiqueta("IContenedorX_setActivo"), [&] {

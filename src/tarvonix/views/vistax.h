@@ -50,6 +50,14 @@ public:
     void setActivo(const ObjetoPtr &objeto, bool valor) override;
     std::shared_ptr<Objetos> getSeleccionados() override;
     void deseleccionarTodos() override;
+    //! Ignored unless the view moves its objects.
+    void setBloqueo(bool bloqueo) override;
+    //! Ignored unless the view places its objects freely.
+    void alinearHorizontal(const ObjetoPtr &referencia) override;
+    void alinearVertical(const ObjetoPtr &referencia) override;
+    void igualarDimension(const ObjetoPtr &referencia) override;
+    void distribuirHorizontal() override;
+    void distribuirVertical() override;
 
 protected:
     /*!
