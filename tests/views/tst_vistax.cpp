@@ -174,8 +174,9 @@ void tst_VistaX::rubberBandTogglesWhatItEncloses()
     e.vista->getSeleccionados()->add(e.objetos[1]); // the live selection: B selected meanwhile
     e.objetos[1]->setSeleccionado(true);
     const QPoint lado = e.bandaHasta - e.bandaDesde;
-    QCOMPARE(banda->geometry(), QRect(qMin(e.bandaDesde.x(), e.bandaHasta.x()), qMin(e.bandaDesde.y(), e.bandaHasta.y()),
-                                      qAbs(lado.x()), qAbs(lado.y())));
+    QCOMPARE(banda->geometry(),
+             QRect(qMin(e.bandaDesde.x(), e.bandaHasta.x()), qMin(e.bandaDesde.y(), e.bandaHasta.y()),
+                   qAbs(lado.x()), qAbs(lado.y())));
     QTest::mouseRelease(e.vista, Qt::LeftButton, {}, e.bandaHasta);
     QVERIFY(banda->isHidden());
     // A turns on, B (selected before) off, C (only partly inside) stays; the root hears nothing.

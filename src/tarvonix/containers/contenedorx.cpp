@@ -1,16 +1,16 @@
 #include <tarvonix/containers/contenedorx.h>
 
-#include <tarvonix/widgets/dummy.h>
-#include <tarvonix/views/imapax.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objetos.h>
-#include <tarvonix/core/error.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/core/int16.h>
 #include <tarvonix/platform/shiftstate.h>
 #include <tarvonix/platform/surface.h>
+#include <tarvonix/views/imapax.h>
+#include <tarvonix/widgets/dummy.h>
 
 #include <QPainter>
 #include <QScopeGuard>
@@ -142,8 +142,7 @@ struct ContenedorX::Private
 {
     explicit Private(QWidget *owner)
         : cajas(owner)
-    {
-    }
+    { }
 
     ObjetoPtr objeto;
     float escala = 1.0f;
@@ -343,7 +342,8 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
         }
 
         // The outline, never around the bound object itself.
-        if (objeto.getCodigo() != requerido(d->objeto).getCodigo() && (forma != FormaCuadro || seleccionado)) {
+        if (objeto.getCodigo() != requerido(d->objeto).getCodigo()
+            && (forma != FormaCuadro || seleccionado)) {
             if (forma == FormaCaja || forma == FormaCuadro) {
                 s.box(x, y, x + w - 1, y + h - 1);
             } else if (forma == FormaCirculo) {
@@ -456,7 +456,7 @@ void ContenedorX::validarControl(const ObjetoPtr &cambiado)
             if (d->ajuste->extremos.count(cambiado.get())) {
                 validar(cambiado);
                 d->ajuste->anotar(cambiado.get(), cambiado->getX() + cambiado->getAncho(),
-                                 cambiado->getY() + cambiado->getAlto());
+                                  cambiado->getY() + cambiado->getAlto());
             }
             d->ajuste->valido = true;
             if (!d->ajuste->derechas.empty()) {

@@ -1,8 +1,8 @@
 #ifndef TARVONIX_CONTENEDORX_H
 #define TARVONIX_CONTENEDORX_H
 
-#include <tarvonix/views/vistax.h>
 #include <tarvonix/tarvonix_export.h>
+#include <tarvonix/views/vistax.h>
 
 #include <memory>
 

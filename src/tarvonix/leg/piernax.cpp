@@ -1,9 +1,8 @@
 #include <tarvonix/leg/piernax.h>
 
-#include <tarvonix/widgets/dummy.h>
-#include <tarvonix/widgets/etiquetas.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/leg/geometriaceldas.h>
-#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/caster.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/escala.h>
@@ -12,11 +11,12 @@
 #include <tarvonix/model/pierna.h>
 #include <tarvonix/model/ubicacion.h>
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/core/int16.h>
 #include <tarvonix/platform/shiftstate.h>
 #include <tarvonix/platform/surface.h>
+#include <tarvonix/views/imapax.h>
+#include <tarvonix/widgets/dummy.h>
+#include <tarvonix/widgets/etiquetas.h>
 
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -306,7 +306,7 @@ void PiernaX::dibujarUbicaciones()
         d->ubicaciones->setSeparacion(float(g.ladoCelda()));
         // One label per position of the first tier.
         d->ubicaciones->resize(extension((double(d->ubicaciones->Separacion()) + 1) * largo),
-                              d->ubicaciones->height());
+                               d->ubicaciones->height());
         d->ubicaciones->update();
     });
 }

@@ -1,8 +1,8 @@
 #ifndef TARVONIX_PIERNAX_H
 #define TARVONIX_PIERNAX_H
 
-#include <tarvonix/views/vistax.h>
 #include <tarvonix/tarvonix_export.h>
+#include <tarvonix/views/vistax.h>
 
 #include <functional>
 #include <memory>

@@ -1,15 +1,15 @@
 #include <tarvonix/views/vistax.h>
 
-#include <tarvonix/views/iframex.h>
-#include <tarvonix/views/imapax.h>
-#include <tarvonix/widgets/dummy.h>
-#include <tarvonix/model/objetos.h>
 #include <tarvonix/core/error.h>
+#include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/shiftstate.h>
 #include <tarvonix/platform/surface.h>
+#include <tarvonix/views/iframex.h>
+#include <tarvonix/views/imapax.h>
+#include <tarvonix/widgets/dummy.h>
 
 #include <QDrag>
 #include <QDragEnterEvent>
