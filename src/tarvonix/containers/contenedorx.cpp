@@ -1,23 +1,18 @@
 #include <tarvonix/containers/contenedorx.h>
 
-#include <tarvonix/widgets/dummy.h>
-#include <tarvonix/views/imapax.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objetos.h>
-#include <tarvonix/platform/dragrunner.h>
-#include <tarvonix/core/error.h>
+#include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/core/int16.h>
-#include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/shiftstate.h>
+#include <tarvonix/platform/surface.h>
+#include <tarvonix/views/imapax.h>
+#include <tarvonix/widgets/dummy.h>
 
-#include <QDrag>
-#include <QDragEnterEvent>
-#include <QMimeData>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -32,7 +27,6 @@ namespace tarvonix {
 namespace {
 
 constexpr float margen = 2; // between the control's edge and object coordinate 0
-constexpr float bandaScroll = 40; // a drag this close to the visible edge scrolls the frame
 constexpr int holgura = 100; // the control shrinks only when it is this much too large
 constexpr qint32 gris = 0xC0C0C0;
 constexpr qint32 negro = 0;
@@ -113,8 +107,6 @@ QPixmap flechaSimple()
     return pixmap;
 }
 
-} // namespace
-
 /*!
     What the size fits of one layout operation remember between objects.
 
@@ -124,7 +116,7 @@ QPixmap flechaSimple()
     right and bottom edge of every child in ordered sets and updates the
     changed object's entry instead of walking every child again.
 */
-struct ContenedorX::Ajuste
+struct Ajuste
 {
     bool valido = false;
     std::unordered_map<const IObjeto *, std::pair<int, int>> extremos;
@@ -144,32 +136,49 @@ struct ContenedorX::Ajuste
     }
 };
 
+} // namespace
+
+struct ContenedorX::Private
+{
+    explicit Private(QWidget *owner)
+        : cajas(owner)
+    { }
+
+    ObjetoPtr objeto;
+    float escala = 1.0f;
+    bool bloqueo = false;
+
+    // Pointer and drag state.
+    ObjetoPtr actual;
+    bool dragging = false;
+    bool boxesCreated = false;
+    bool boxesVisible = false;
+    qint32 dragX = 0, dragY = 0;
+
+    ChildControls cajas; // the outline boxes of a move
+    qint16 borderStyle = BordeNinguno;
+    int invalidaciones = 0;
+    std::unique_ptr<Ajuste> ajuste;
+};
+
 ContenedorX::ContenedorX(QWidget *parent)
-    : VistaX(parent)
-    , m_seleccionados(std::make_shared<Objetos>())
-    , m_cajas(this)
+    : VistaX(QStringLiteral("ContenedorX"), QStringLiteral("box"), parent)
+    , d(std::make_unique<Private>(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setAcceptDrops(true);
-    m_surface.setBackColor(qint32(0x8000000F)); // the button face until an object is bound
-    m_surface.setFont(font());
-
-    m_box = new Dummy(this);
-    m_box->setObjectName(QStringLiteral("box"));
-    m_box->hide();
-    m_cajas.adopt(m_box);
+    superficie().setBackColor(qint32(0x8000000F)); // the button face until an object is bound
 }
 
 ContenedorX::~ContenedorX() = default;
 
 qint16 ContenedorX::BorderStyle() const
 {
-    return m_borderStyle;
+    return d->borderStyle;
 }
 
 void ContenedorX::setBorderStyle(qint16 style)
 {
-    m_borderStyle = style;
+    d->borderStyle = style;
     update();
 }
 
@@ -178,9 +187,9 @@ void ContenedorX::setBorderStyle(qint16 style)
 void ContenedorX::setObjeto(const ObjetoPtr &objeto)
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_setObjeto->"), [&] {
-        m_objeto = objeto;
+        d->objeto = objeto;
         const IObjeto &o = requerido(objeto);
-        m_surface.setBackColor(o.getColor());
+        superficie().setBackColor(o.getColor());
         setToolTip(o.getDescripcion());
         validarControl();
         update();
@@ -189,17 +198,7 @@ void ContenedorX::setObjeto(const ObjetoPtr &objeto)
 
 ObjetoPtr ContenedorX::getObjeto()
 {
-    return m_objeto;
-}
-
-void ContenedorX::setRoot(IMapaX *root)
-{
-    m_root = root;
-}
-
-std::shared_ptr<Objetos> ContenedorX::getSeleccionados()
-{
-    return m_seleccionados;
+    return d->objeto;
 }
 
 void ContenedorX::refrescar()
@@ -213,7 +212,7 @@ void ContenedorX::refrescar()
 void ContenedorX::setEscala(float escala)
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_setEscala->"), [&] {
-        m_escala = escala;
+        d->escala = escala;
         validarControl();
         update();
     });
@@ -221,56 +220,41 @@ void ContenedorX::setEscala(float escala)
 
 void ContenedorX::setBloqueo(bool bloqueo)
 {
-    m_bloqueo = bloqueo;
+    d->bloqueo = bloqueo;
 }
 
 // --- Painting ----------------------------------------------------------------
 
-void ContenedorX::changeEvent(QEvent *event)
+void ContenedorX::pintar(QPainter &painter, const QRect &expuesto)
 {
-    // printX measures with the surface's font at any time, not only while painting.
-    if (event->type() == QEvent::FontChange)
-        m_surface.setFont(font());
-    QWidget::changeEvent(event);
-}
-
-void ContenedorX::paintEvent(QPaintEvent *event)
-{
-    QPainter painter(this);
-    Surface::Painting painting(m_surface, painter);
-    m_surface.setFont(font());
-    m_invalidaciones = 0;
-    const QRect expuesto = event->rect();
-    trap(QStringLiteral("ContenedorX.Paint->"), [&] { pintar(expuesto); });
-    if (m_borderStyle == 1) {
+    d->invalidaciones = 0;
+    trap(QStringLiteral("ContenedorX.Paint->"), [&] { pintarHijos(expuesto); });
+    if (d->borderStyle == BordeSencillo) {
         painter.setPen(QPen(palette().color(QPalette::WindowText), 0));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(0, 0, width() - 1, height() - 1);
     }
 }
 
-void ContenedorX::pintar(const QRect &expuesto)
+void ContenedorX::pintarHijos(const QRect &expuesto)
 {
-    m_surface.clear(expuesto.x(), expuesto.y(), expuesto.width(), expuesto.height());
-    if (!m_objeto)
+    superficie().clear(expuesto.x(), expuesto.y(), expuesto.width(), expuesto.height());
+    if (!d->objeto)
         return;
-    // 1.
-    const float ancho = float(width());
-    const float alto = float(height());
-    // 2. The bound object: its tip at the top left, never an outline.
-    dibujarObjeto(0, 0, ancho, alto, m_objeto);
-    // 3. The children that reach into the visible rectangle (and the exposed one), in collection order.
-    if (!m_objeto->getPuedeContener())
+    // The bound object: its tip at the top left, never an outline.
+    dibujarObjeto(0, 0, float(width()), float(height()), d->objeto);
+    // The children that reach into the visible rectangle (and the exposed one), in collection order.
+    if (!d->objeto->getPuedeContener())
         return;
     const auto dentro = [](float a, float desde, float hasta) {
         return a >= desde && a <= hasta;
     };
     const QRectF exposedArea(expuesto);
-    for (const ObjetoPtr &k : hijosDe(*m_objeto)->NewEnum()) {
-        const float x = k->getX() * m_escala + margen;
-        const float y = k->getY() * m_escala + margen;
-        const float w = k->getAncho() * m_escala;
-        const float h = k->getAlto() * m_escala;
+    for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
+        const float x = k->getX() * d->escala + margen;
+        const float y = k->getY() * d->escala + margen;
+        const float w = k->getAncho() * d->escala;
+        const float h = k->getAlto() * d->escala;
         const bool horizontal = dentro(x, viewLeft(), viewRight()) || dentro(x + w, viewLeft(), viewRight());
         const bool vertical = dentro(y, viewTop(), viewBottom()) || dentro(y + h, viewTop(), viewBottom());
         if (horizontal && vertical && areaDibujo(x, y, w, h).intersects(exposedArea))
@@ -288,17 +272,17 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
         const qint16 forma = objeto.getForma();
         const QString tip = objeto.getTip();
         const std::shared_ptr<Imagen> imagen = objeto.getImagen();
-        Surface &s = m_surface;
+        Surface &s = superficie();
 
         if (contiene) {
-            // 1.–3. A child container: its tip at the top left, a grey frame.
+            // A child container: its tip at the top left, a grey frame.
             s.setForeColor(seleccionado ? negro : gris);
             printX(tip, x, y, w, h, 6);
             s.setDrawStyle(Surface::DrawSolid);
             s.setFillStyle(Surface::FillTransparent);
             s.setForeColor(gris);
         } else {
-            // 1. Erase to the background.
+            // Erase to the background.
             s.setFillStyle(Surface::FillSolid);
             s.setFillColor(s.backColor());
             s.setForeColor(s.backColor());
@@ -308,7 +292,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
             } else {
                 s.box(x, y, x + w - 1, y + h - 1);
             }
-            // 2. The inner rectangle: a square at the left for forma 3.
+            // The inner rectangle: a square at the left for forma 3.
             float ix = x, iy = y, iw = w, ih = h;
             if (forma == FormaCuadro) {
                 ix = x + 2;
@@ -323,7 +307,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
                     s.circle(ix + r + 1, iy + r + 1, r);
             };
             if (imagen) {
-                // 3. The picture, hatched over when selected.
+                // The picture, hatched over when selected.
                 const QImage handler = imagen->getHandler();
                 if (!handler.isNull()) {
                     s.paintPicture(handler, ix, iy, iw, ih);
@@ -335,7 +319,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
                     s.setForeColor(negro);
                 }
             } else {
-                // 4. The colour, hatched when selected; the text readable on it.
+                // The colour, hatched when selected; the text readable on it.
                 const qint32 col = objeto.getColor();
                 s.setFillStyle(seleccionado ? Surface::FillUpwardDiagonal : Surface::FillSolid);
                 s.setFillColor(col == blanco && seleccionado ? negro : col);
@@ -346,20 +330,20 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
                 else
                     s.setForeColor(negro);
             }
-            // 5.
             s.setFillStyle(Surface::FillTransparent);
-            // 6. The tip: right of the square for forma 3, centred otherwise.
+            // The tip: right of the square for forma 3, centred otherwise.
             if (forma == FormaCuadro)
                 printX(tip, ix + iw + 2, y, w - iw - 4, h, 2);
             else
                 printX(tip, ix, iy, iw, ih, 0);
-            // 7.
+            // The outline below: black, dotted for the active child.
             s.setForeColor(negro);
             s.setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
         }
 
         // The outline, never around the bound object itself.
-        if (objeto.getCodigo() != requerido(m_objeto).getCodigo() && (forma != FormaCuadro || seleccionado)) {
+        if (objeto.getCodigo() != requerido(d->objeto).getCodigo()
+            && (forma != FormaCuadro || seleccionado)) {
             if (forma == FormaCaja || forma == FormaCuadro) {
                 s.box(x, y, x + w - 1, y + h - 1);
             } else if (forma == FormaCirculo) {
@@ -374,53 +358,24 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
 void ContenedorX::printX(const QString &texto, float x, float y, float ancho, float alto, qint16 posicion)
 {
     trap(QStringLiteral("ContenedorX.printX->"), [&] {
-        Surface &s = m_surface;
-        // 1.
+        Surface &s = superficie();
         const float aw = ancho - 4;
         const float ah = alto - 4;
         const float tw = float(s.textWidth(texto));
         const float th = float(s.textHeight(texto));
-        // 2.
-        const auto colocar = [&](float w, float h) {
-            switch (posicion & 3) {
-            case 0:
-                s.setCurrentX(x + 2 + (aw - w) / 2);
-                break;
-            case 1:
-                s.setCurrentX(x + 2 + aw - w);
-                break;
-            case 2:
-                s.setCurrentX(x + 2);
-                break;
-            default:
-                break;
-            }
-            switch (posicion / 4) {
-            case 0:
-                s.setCurrentY(y + 2 + (ah - h) / 2);
-                break;
-            case 1:
-                s.setCurrentY(y + 2);
-                break;
-            case 2:
-                s.setCurrentY(y + 2 + ah - h);
-                break;
-            default:
-                break;
-            }
-        };
-        // 3. On one line when it fits.
+        const QRectF libre(x + 2, y + 2, aw, ah);
+        // On one line when it fits.
         if (tw <= aw && th <= ah) {
-            colocar(tw, th);
+            colocarTexto(posicion, libre, QSizeF(tw, th));
             s.print(texto);
             return;
         }
-        // 4. Otherwise one character per line, when that column fits.
+        // Otherwise one character per line, when that column fits.
         const float cw = float(s.textWidth(QStringLiteral("W")));
         const float bloque = float(texto.size()) * th;
         if (cw > aw || bloque > ah)
             return;
-        colocar(cw, bloque);
+        colocarTexto(posicion, libre, QSizeF(cw, bloque));
         const double columna = s.currentX();
         for (const QChar c : texto) {
             s.print(QString(c));
@@ -434,7 +389,7 @@ void ContenedorX::invalidar(const QRectF &area)
     const QRectF visible = area & QRectF(rect());
     if (visible.isEmpty())
         return;
-    if (++m_invalidaciones > maxInvalidaciones)
+    if (++d->invalidaciones > maxInvalidaciones)
         update();
     else
         update(visible.toAlignedRect());
@@ -456,12 +411,12 @@ void ContenedorX::redibujarHijo(const QString &etiqueta, const ObjetoPtr &o)
     // collection order; what each keeps is the check that the child is ours.
     trap(etiqueta, [&] {
         const IObjeto &objeto = requerido(o);
-        if (objeto.getPadre() != requerido(m_objeto).getCodigo()) {
+        if (objeto.getPadre() != requerido(d->objeto).getCodigo()) {
             reportError(etiqueta + QStringLiteral("No se encontró padre del objeto en primer nivel"));
             return;
         }
-        invalidar(areaDibujo(objeto.getX() * m_escala + margen, objeto.getY() * m_escala + margen,
-                             objeto.getAncho() * m_escala, objeto.getAlto() * m_escala));
+        invalidar(areaDibujo(objeto.getX() * d->escala + margen, objeto.getY() * d->escala + margen,
+                             objeto.getAncho() * d->escala, objeto.getAlto() * d->escala));
     });
 }
 
@@ -479,8 +434,8 @@ void ContenedorX::validar(const ObjetoPtr &o)
             right = std::max(right, toInt16(qint64(k->getX()) + k->getAncho()));
             bottom = std::max(bottom, toInt16(qint64(k->getY()) + k->getAlto()));
         }
-        const float derecha = right + 4 / m_escala;
-        const float fondo = bottom + 4 / m_escala;
+        const float derecha = right + 4 / d->escala;
+        const float fondo = bottom + 4 / d->escala;
         if (objeto.getAncho() < derecha)
             objeto.setAncho(toInt16(double(derecha)));
         if (objeto.getAlto() < fondo)
@@ -491,37 +446,37 @@ void ContenedorX::validar(const ObjetoPtr &o)
 void ContenedorX::validarControl(const ObjetoPtr &cambiado)
 {
     trap(QStringLiteral("ContenedorX.validarControl->"), [&] {
-        const IObjeto &objeto = requerido(m_objeto);
-        // 1.
+        const IObjeto &objeto = requerido(d->objeto);
+        // At least 298 x 148 object units, and room for every child.
         int right = 298;
         int bottom = 148;
-        if (m_ajuste && m_ajuste->valido && cambiado) {
+        if (d->ajuste && d->ajuste->valido && cambiado) {
             // Within one layout operation: only the changed object moved since the last fit.
-            m_ajuste->valido = false;
-            if (m_ajuste->extremos.count(cambiado.get())) {
+            d->ajuste->valido = false;
+            if (d->ajuste->extremos.count(cambiado.get())) {
                 validar(cambiado);
-                m_ajuste->anotar(cambiado.get(), cambiado->getX() + cambiado->getAncho(),
-                                 cambiado->getY() + cambiado->getAlto());
+                d->ajuste->anotar(cambiado.get(), cambiado->getX() + cambiado->getAncho(),
+                                  cambiado->getY() + cambiado->getAlto());
             }
-            m_ajuste->valido = true;
-            if (!m_ajuste->derechas.empty()) {
-                right = std::max(right, *m_ajuste->derechas.rbegin());
-                bottom = std::max(bottom, *m_ajuste->fondos.rbegin());
+            d->ajuste->valido = true;
+            if (!d->ajuste->derechas.empty()) {
+                right = std::max(right, *d->ajuste->derechas.rbegin());
+                bottom = std::max(bottom, *d->ajuste->fondos.rbegin());
             }
         } else if (objeto.getPuedeContener()) {
-            if (m_ajuste)
-                *m_ajuste = Ajuste();
+            if (d->ajuste)
+                *d->ajuste = Ajuste();
             for (const ObjetoPtr &k : hijosDe(objeto)->NewEnum()) {
                 validar(k);
                 const int derecha = k->getX() + k->getAncho();
                 const int fondo = k->getY() + k->getAlto();
                 right = std::max(right, derecha);
                 bottom = std::max(bottom, fondo);
-                if (m_ajuste)
-                    m_ajuste->anotar(k.get(), derecha, fondo);
+                if (d->ajuste)
+                    d->ajuste->anotar(k.get(), derecha, fondo);
             }
-            if (m_ajuste)
-                m_ajuste->valido = true;
+            if (d->ajuste)
+                d->ajuste->valido = true;
         }
         ajustarTamano(right, bottom);
     });
@@ -529,59 +484,38 @@ void ContenedorX::validarControl(const ObjetoPtr &cambiado)
 
 void ContenedorX::ajustarTamano(int right, int bottom)
 {
-    // 2.
-    const float necesarioW = right * m_escala + 4;
-    const float necesarioH = bottom * m_escala + 4;
-    // 3. Grow at once, shrink only past the slack.
+    const float necesarioW = right * d->escala + 4;
+    const float necesarioH = bottom * d->escala + 4;
+    // Grow at once, shrink only past the slack.
     int ancho = width();
     int alto = height();
     if (necesarioW > ancho || necesarioW < ancho - holgura)
         ancho = std::max(0, enPixeles(necesarioW));
     if (necesarioH > alto || necesarioH < alto - holgura)
         alto = std::max(0, enPixeles(necesarioH));
-    // 4.
+    // The frame fits itself to the new size.
     if (ancho != width() || alto != height()) {
         resize(ancho, alto);
-        llamarFrame(QStringLiteral("Resize"), { QVariant::fromValue<QWidget *>(this) });
+        frameResize();
     }
 }
 
-// --- The frame and the root --------------------------------------------------
-
-IMapaX &ContenedorX::root() const
-{
-    if (!m_root)
-        throw Error(Error::ObjectNotSet);
-    return *m_root;
-}
-
-QVariant ContenedorX::llamarFrame(const QString &member, const QVariantList &arguments)
-{
-    return LateBinding::call(parentWidget(), member, arguments);
-}
-
-bool ContenedorX::framePActive()
-{
-    return LateBinding::get(parentWidget(), QStringLiteral("pActive")).toBool();
-}
-
-ObjetoPtr ContenedorX::frameSetActive(const ObjetoPtr &o)
-{
-    return llamarFrame(QStringLiteral("setActive"), { QVariant::fromValue<ObjetoPtr>(o) }).value<ObjetoPtr>();
-}
-
 // --- Hit-testing and selection ---------------------------------------------
+
+bool ContenedorX::esLigado(const ObjetoPtr &o)
+{
+    return requerido(o).getCodigo() == requerido(d->objeto).getCodigo();
+}
 
 ObjetoPtr ContenedorX::sobreQuien(float x, float y)
 {
     ObjetoPtr encontrado;
     trap(QStringLiteral("ContenedorX.sobreQuien->"), [&] {
-        // 1.
-        const float px = (x - margen) / m_escala;
-        const float py = (y - margen) / m_escala;
-        // 2. The earliest child wins, edges included.
-        if (requerido(m_objeto).getPuedeContener()) {
-            for (const ObjetoPtr &k : hijosDe(*m_objeto)->NewEnum()) {
+        const float px = (x - margen) / d->escala;
+        const float py = (y - margen) / d->escala;
+        // The earliest child wins, edges included.
+        if (requerido(d->objeto).getPuedeContener()) {
+            for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
                 const float kx = k->getX();
                 const float ky = k->getY();
                 if (kx <= px && px <= kx + k->getAncho() && ky <= py && py <= ky + k->getAlto()) {
@@ -590,178 +524,86 @@ ObjetoPtr ContenedorX::sobreQuien(float x, float y)
                 }
             }
         }
-        // 3.
-        encontrado = m_objeto;
+        encontrado = d->objeto;
     });
     return encontrado;
 }
 
-void ContenedorX::mousePressEvent(QMouseEvent *event)
+void ContenedorX::MouseDown(int, int shift, QPointF punto)
 {
-    const QPointF p = event->position();
-    MouseDown(mouseButton(event->button()), shiftState(event->modifiers()), float(p.x()), float(p.y()));
-}
-
-void ContenedorX::mouseMoveEvent(QMouseEvent *event)
-{
-    const QPointF p = event->position();
-    MouseMove(mouseButton(event->buttons()), shiftState(event->modifiers()), float(p.x()), float(p.y()));
-}
-
-void ContenedorX::mouseReleaseEvent(QMouseEvent *event)
-{
-    const QPointF p = event->position();
-    MouseUp(mouseButton(event->button()), shiftState(event->modifiers()), float(p.x()), float(p.y()));
-}
-
-void ContenedorX::MouseDown(int, int shift, float x, float y)
-{
-    trap(QStringLiteral("ContenedorX.MouseDown->"), [&] {
-        // 1.
-        m_downX = x;
-        m_downY = y;
-        m_actual = sobreQuien(x, y);
-        // 2. A press on a selected child keeps the group, so that it can be dragged.
-        if (shift != ShiftMask && shift != CtrlMask) {
-            if (requerido(m_actual).getCodigo() == requerido(m_objeto).getCodigo()) {
-                unselectAll();
-            } else if (!m_actual->getSeleccionado()) {
-                unselectAll();
-                m_seleccionados->add(m_actual);
-                m_actual->setSeleccionado(true);
-            }
-        }
-        // 3.
-        m_actual = frameSetActive(m_actual);
-        // 4.
-        m_pressed = true;
-    });
-}
-
-void ContenedorX::MouseMove(int button, int shift, float x, float y)
-{
-    trap(QStringLiteral("ContenedorX.MouseMove->"), [&] {
-        if (button != LeftButton || !framePActive())
-            return;
-        const float dx = x - m_downX;
-        const float dy = y - m_downY;
-        const bool lejos = dx * dx + dy * dy > 25;
-        if (!m_actual || m_actual->getCodigo() == requerido(m_objeto).getCodigo()) {
-            if (m_rubberBand) {
-                dibujarCaja(m_downX, m_downY, x, y);
-            } else if (lejos && m_pressed) {
-                m_rubberBand = true;
-                dibujarCaja(m_downX, m_downY, x, y);
-            }
-        } else if (!m_dragging && lejos && m_pressed) {
-            startDrag(shift, x, y);
-        }
-    });
-}
-
-void ContenedorX::MouseUp(int button, int shift, float x, float y)
-{
-    trap(QStringLiteral("ContenedorX.MouseUp->"), [&] {
-        // 1.
-        if (!framePActive())
-            return;
-        // 2. The band toggles every child wholly inside it, and tells nobody.
-        if (m_rubberBand) {
-            m_rubberBand = false;
-            Dummy &box = banda();
-            box.hide();
-            m_actual = nullptr;
-            const float x1 = (box.x() - margen) / m_escala;
-            const float y1 = (box.y() - margen) / m_escala;
-            const float x2 = (box.x() + box.width() - margen) / m_escala;
-            const float y2 = (box.y() + box.height() - margen) / m_escala;
-            if (!requerido(m_objeto).getPuedeContener())
-                return;
-            for (const ObjetoPtr &k : hijosDe(*m_objeto)->NewEnum()) {
-                const float kx = k->getX();
-                const float ky = k->getY();
-                if (x1 <= kx && y1 <= ky && kx + k->getAncho() <= x2 && ky + k->getAlto() <= y2)
-                    alternar(k);
-            }
-            return;
-        }
-        // 3.
-        m_actual = sobreQuien(x, y);
-        const bool modificada = shift == ShiftMask || shift == CtrlMask;
-        if (modificada && button != RightButton
-            && requerido(m_actual).getCodigo() != requerido(m_objeto).getCodigo()) {
-            alternar(m_actual);
-        } else if (button == LeftButton && !modificada && m_seleccionados->count() > 1) {
-            // A plain click inside a group, without a drag, narrows the selection to the clicked child.
-            requerido(m_actual);
+    d->actual = sobreQuien(float(punto.x()), float(punto.y()));
+    // A press on a selected child keeps the group, so that it can be dragged.
+    if (shift != ShiftMask && shift != CtrlMask) {
+        if (esLigado(d->actual)) {
             unselectAll();
-            m_seleccionados->add(m_actual);
-            m_actual->setSeleccionado(true);
+        } else if (!d->actual->getSeleccionado()) {
+            unselectAll();
+            seleccionarObjeto(d->actual);
         }
-        m_actual = frameSetActive(m_actual);
-        const bool multiple = m_seleccionados->count() > 1 || shift == CtrlMask;
-        if (button == LeftButton)
-            root().clicked(m_actual, multiple);
-        else if (button == RightButton)
-            root().rightClicked(m_actual, multiple);
-        m_pressed = true;
-    });
+    }
+    d->actual = frameSetActive(d->actual);
 }
 
-void ContenedorX::alternar(const ObjetoPtr &o)
+void ContenedorX::MouseMove(int shift, QPointF punto)
 {
-    if (!o->getSeleccionado()) {
-        m_seleccionados->add(o);
-        o->setSeleccionado(true);
-    } else {
-        m_seleccionados->remove(o);
-        o->setSeleccionado(false);
+    if (!d->actual || esLigado(d->actual))
+        trap(QStringLiteral("ContenedorX.dibujarCaja->"), [&] { seguirBanda(punto); });
+    else if (!d->dragging && tomarPulsacion(punto))
+        startDrag(shift, punto);
+}
+
+void ContenedorX::soltarBanda(const QRect &rect)
+{
+    // The band toggles every child wholly inside it, and tells nobody.
+    d->actual = nullptr;
+    const float x1 = (rect.x() - margen) / d->escala;
+    const float y1 = (rect.y() - margen) / d->escala;
+    const float x2 = (rect.x() + rect.width() - margen) / d->escala;
+    const float y2 = (rect.y() + rect.height() - margen) / d->escala;
+    if (!requerido(d->objeto).getPuedeContener())
+        return;
+    for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
+        const float kx = k->getX();
+        const float ky = k->getY();
+        if (x1 <= kx && y1 <= ky && kx + k->getAncho() <= x2 && ky + k->getAlto() <= y2)
+            alternar(k);
     }
 }
 
-void ContenedorX::dibujarCaja(float x1, float y1, float x2, float y2)
+void ContenedorX::soltarClick(int button, int shift, QPointF punto)
 {
-    trap(QStringLiteral("ContenedorX.dibujarCaja->"), [&] {
-        const float left = std::min(x1, x2);
-        const float top = std::min(y1, y2);
-        const float ancho = x1 == x2 ? 1 : std::abs(x2 - x1);
-        const float alto = y1 == y2 ? 1 : std::abs(y2 - y1);
-        Dummy &box = banda();
-        box.setGeometry(enPixeles(left), enPixeles(top), enPixeles(ancho), enPixeles(alto));
-        if (box.isHidden()) {
-            box.raise();
-            box.show();
-        }
-    });
+    d->actual = sobreQuien(float(punto.x()), float(punto.y()));
+    const bool modificada = shift == ShiftMask || shift == CtrlMask;
+    const std::shared_ptr<Objetos> seleccion = getSeleccionados();
+    if (modificada && button != RightButton && !esLigado(d->actual)) {
+        alternar(d->actual);
+    } else if (button == LeftButton && !modificada && seleccion->count() > 1) {
+        // A plain click inside a group, without a drag, narrows the selection to the clicked child.
+        requerido(d->actual);
+        unselectAll();
+        seleccionarObjeto(d->actual);
+    }
+    d->actual = frameSetActive(d->actual);
+    const bool multiple = seleccion->count() > 1 || shift == CtrlMask;
+    if (button == LeftButton)
+        root().clicked(d->actual, multiple);
+    else if (button == RightButton)
+        root().rightClicked(d->actual, multiple);
 }
 
-Dummy &ContenedorX::banda() const
+void ContenedorX::redibujarObjeto(const ObjetoPtr &objeto)
 {
-    if (!m_box)
-        throw Error(Error::ControlNotFound);
-    return *m_box;
-}
-
-void ContenedorX::unselectAll()
-{
-    trap(QStringLiteral("ContenedorX.unselectAll->"), [&] {
-        for (const ObjetoPtr &o : m_seleccionados->NewEnum()) {
-            o->setSeleccionado(false);
-            dibujarNuevo(o);
-        }
-        m_seleccionados->clear();
-    });
+    dibujarNuevo(objeto);
 }
 
 void ContenedorX::seleccionar(const QString &codigo)
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_seleccionar->"), [&] {
-        if (!requerido(m_objeto).getPuedeContener())
+        if (!requerido(d->objeto).getPuedeContener())
             return;
-        const ObjetoPtr k = hijosDe(*m_objeto)->Item(codigo);
+        const ObjetoPtr k = hijosDe(*d->objeto)->Item(codigo);
         if (k && !k->getSeleccionado()) {
-            m_seleccionados->add(k);
-            k->setSeleccionado(true);
+            seleccionarObjeto(k);
             dibujarNuevo(k);
         }
     });
@@ -770,73 +612,43 @@ void ContenedorX::seleccionar(const QString &codigo)
 void ContenedorX::seleccionarTodos()
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_seleccionarTodos->"), [&] {
-        if (!requerido(m_objeto).getPuedeContener())
+        if (!requerido(d->objeto).getPuedeContener())
             return;
-        for (const ObjetoPtr &k : hijosDe(*m_objeto)->NewEnum()) {
+        for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
             if (k->getSeleccionado())
                 continue;
-            m_seleccionados->add(k);
-            k->setSeleccionado(true);
+            seleccionarObjeto(k);
             dibujarNuevo(k);
         }
     });
 }
 
-void ContenedorX::deseleccionarTodos()
-{
-    trap(QStringLiteral("ContenedorX.IContenedorX_deseleccionarTodos->"), [&] { unselectAll(); });
-}
-
-void ContenedorX::setActivo(const ObjetoPtr &objeto, bool valor)
-{
-    trap(QStringLiteral("ContenedorX.IContenedorX_setActivo->"), [&] {
-        // A frame that activates or deactivates itself passes no object: nothing to mark.
-        if (!objeto)
-            return;
-        if (objeto->getCodigo() == requerido(m_objeto).getCodigo())
-            return;
-        objeto->setActivo(valor);
-        dibujarNuevo(objeto);
-    });
-}
-
 // --- Moving and drag-and-drop -----------------------------------------------
 
-void ContenedorX::startDrag(int shift, float x, float y)
+void ContenedorX::startDrag(int shift, QPointF punto)
 {
-    // 1.
-    m_dragging = true;
-    m_pressed = false;
-    m_dragX = redondear(x);
-    m_dragY = redondear(y);
-    // 2. With Shift the outline boxes show at once.
+    d->dragging = true;
+    d->dragX = redondear(float(punto.x()));
+    d->dragY = redondear(float(punto.y()));
+    // With Shift the outline boxes show at once.
     if (shift == ShiftMask) {
         moverConCajas();
     } else {
-        m_boxesCreated = false;
-        m_boxesVisible = false;
+        d->boxesCreated = false;
+        d->boxesVisible = false;
     }
-    // 3. The data is the name of the frame that holds this container.
-    auto *datos = new QMimeData;
-    trap(QStringLiteral("ContenedorX.OLEStartDrag->"),
-         [&] { datos->setText(llamarFrame(QStringLiteral("Name")).toString()); });
-    auto *drag = new QDrag(this);
-    drag->setMimeData(datos);
-    drag->setDragCursor(flechaSimple(), Qt::MoveAction);
-    const QPointer<ContenedorX> self(this);
-    DragRunner::run(drag, Qt::CopyAction | Qt::MoveAction, [self](Qt::DropAction) {
-        if (self)
-            self->completeDrag();
-    });
+    QString nombre;
+    trap(QStringLiteral("ContenedorX.OLEStartDrag->"), [&] { nombre = frameName(); });
+    arrastrar(nombre, flechaSimple());
 }
 
 void ContenedorX::moverConCajas()
 {
     trap(QStringLiteral("ContenedorX.moverConCajas->"), [&] {
-        m_boxesCreated = true;
-        m_boxesVisible = true;
-        for (const ObjetoPtr &o : m_seleccionados->NewEnum())
-            dibujarOtraCaja(o, float(m_dragX), float(m_dragY));
+        d->boxesCreated = true;
+        d->boxesVisible = true;
+        for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
+            dibujarOtraCaja(o, float(d->dragX), float(d->dragY));
     });
 }
 
@@ -844,11 +656,12 @@ void ContenedorX::dibujarOtraCaja(const ObjetoPtr &o, float x, float y)
 {
     trap(QStringLiteral("ContenedorX.dibujarOtraCaja->"), [&] {
         const IObjeto &objeto = requerido(o);
-        const QRect lugar(enPixeles(objeto.getX() * m_escala + margen + (x - m_downX)),
-                          enPixeles(objeto.getY() * m_escala + margen + (y - m_downY)),
-                          std::max(0, enPixeles(objeto.getAncho() * m_escala)),
-                          std::max(0, enPixeles(objeto.getAlto() * m_escala)));
-        QWidget *caja = m_cajas.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja(objeto));
+        const QPointF desde = puntoPulsado();
+        const QRect lugar(enPixeles(objeto.getX() * d->escala + margen + (x - float(desde.x()))),
+                          enPixeles(objeto.getY() * d->escala + margen + (y - float(desde.y()))),
+                          std::max(0, enPixeles(objeto.getAncho() * d->escala)),
+                          std::max(0, enPixeles(objeto.getAlto() * d->escala)));
+        QWidget *caja = d->cajas.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja(objeto));
         caja->setGeometry(lugar);
         caja->raise();
         caja->show();
@@ -858,181 +671,139 @@ void ContenedorX::dibujarOtraCaja(const ObjetoPtr &o, float x, float y)
 void ContenedorX::moverOtraCaja(const ObjetoPtr &o, float dx, float dy)
 {
     trap(QStringLiteral("ContenedorX.moverOtraCaja->"), [&] {
-        QWidget *caja = m_cajas.item(nombreCaja(requerido(o)));
+        QWidget *caja = d->cajas.item(nombreCaja(requerido(o)));
         caja->move(enPixeles(caja->x() + dx), enPixeles(caja->y() + dy));
     });
 }
 
 void ContenedorX::borrarOtraCaja(const ObjetoPtr &o)
 {
-    trap(QStringLiteral("ContenedorX.borrarOtraCaja->"), [&] { m_cajas.remove(nombreCaja(requerido(o))); });
+    trap(QStringLiteral("ContenedorX.borrarOtraCaja->"), [&] { d->cajas.remove(nombreCaja(requerido(o))); });
 }
 
 void ContenedorX::OtraCajaVisible(const ObjetoPtr &o, bool visible)
 {
     trap(QStringLiteral("ContenedorX.OtraCajaVisible->"),
-         [&] { m_cajas.item(nombreCaja(requerido(o)))->setVisible(visible); });
+         [&] { d->cajas.item(nombreCaja(requerido(o)))->setVisible(visible); });
 }
 
-void ContenedorX::dragEnterEvent(QDragEnterEvent *event)
+void ContenedorX::dragOver(int shift, QPointF punto, Qt::DropAction &efecto)
 {
-    dragMoveEvent(event);
-}
-
-void ContenedorX::dragMoveEvent(QDragMoveEvent *event)
-{
-    const Qt::DropAction efecto
-        = dragOver(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
-                   shiftState(event->modifiers()), event->position());
-    DragRunner::answer(event, efecto);
-}
-
-void ContenedorX::dropEvent(QDropEvent *event)
-{
-    const Qt::DropAction efecto
-        = dragDrop(event->mimeData(), event->proposedAction(), mouseButton(event->buttons()),
-                   shiftState(event->modifiers()), event->position());
-    DragRunner::answer(event, efecto);
-}
-
-Qt::DropAction ContenedorX::dragOver(const QMimeData *datos, Qt::DropAction efecto, int, int shift,
-                                     QPointF pos)
-{
-    trap(QStringLiteral("ContenedorX.dragOver->"), [&] {
-        const float x = float(pos.x());
-        const float y = float(pos.y());
-        // 1.
-        if (!datos || !datos->hasText()) {
-            efecto = Qt::IgnoreAction;
-            return;
-        }
-        // 2.
-        if (!llamarFrame(QStringLiteral("isActive")).toBool())
-            llamarFrame(QStringLiteral("activate"));
-        if (shift == ShiftMask) {
-            // 3. A move: the boxes follow the pointer and the control grows under them.
-            if (!m_dragging) {
-                efecto = Qt::CopyAction;
-            } else {
-                if (!m_boxesCreated) {
-                    m_dragX = redondear(x);
-                    m_dragY = redondear(y);
-                    moverConCajas();
-                } else if (!m_boxesVisible) {
-                    for (const ObjetoPtr &o : m_seleccionados->NewEnum())
-                        OtraCajaVisible(o, true);
-                    m_boxesVisible = true;
-                }
-                const float dx = x - float(m_dragX);
-                const float dy = y - float(m_dragY);
-                qint16 maxRight = 0;
-                qint16 maxBottom = 0;
-                for (const ObjetoPtr &o : m_seleccionados->NewEnum()) {
-                    moverOtraCaja(o, dx, dy);
-                    const float right
-                        = (qint32(o->getX()) + o->getAncho()) * m_escala + margen + (x - m_downX);
-                    const float bottom
-                        = (qint32(o->getY()) + o->getAlto()) * m_escala + margen + (y - m_downY);
-                    maxRight = std::max(maxRight, toInt16(double(right)));
-                    maxBottom = std::max(maxBottom, toInt16(double(bottom)));
-                }
-                efecto = Qt::MoveAction;
-                int ancho = width();
-                int alto = height();
-                if (maxRight > ancho)
-                    ancho = std::min<int>(maxRight, 32000) + holgura;
-                if (maxBottom > alto)
-                    alto = std::min<int>(maxBottom, 32000) + holgura;
-                if (ancho != width() || alto != height()) {
-                    resize(ancho, alto);
-                    llamarFrame(QStringLiteral("Resize"), { QVariant::fromValue<QWidget *>(this) });
-                }
-                m_dragX = redondear(x);
-                m_dragY = redondear(y);
+    if (shift != ShiftMask) {
+        // Without Shift it is a drop somewhere else: the boxes hide until Shift comes back.
+        if (d->dragging) {
+            if (d->boxesVisible) {
+                for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
+                    OtraCajaVisible(o, false);
             }
-        } else {
-            // 4. Without Shift it is a drop somewhere else: the boxes hide until Shift comes back.
-            if (m_dragging) {
-                if (m_boxesVisible) {
-                    for (const ObjetoPtr &o : m_seleccionados->NewEnum())
-                        OtraCajaVisible(o, false);
-                }
-                m_boxesVisible = false;
-            }
-            efecto = Qt::CopyAction;
+            d->boxesVisible = false;
         }
-        // 5. Near the visible rectangle's edges the frame scrolls.
-        if (x < viewLeft() + bandaScroll)
-            llamarFrame(QStringLiteral("hScroll"), { QVariant::fromValue<qint16>(-1) });
-        else if (x > viewRight() - bandaScroll)
-            llamarFrame(QStringLiteral("hScroll"), { QVariant::fromValue<qint16>(1) });
-        if (y < viewTop() + bandaScroll)
-            llamarFrame(QStringLiteral("vScroll"), { QVariant::fromValue<qint16>(-1) });
-        else if (y > viewBottom() - bandaScroll)
-            llamarFrame(QStringLiteral("vScroll"), { QVariant::fromValue<qint16>(1) });
-    });
-    return efecto;
+        efecto = Qt::CopyAction;
+        return;
+    }
+    if (!d->dragging) {
+        efecto = Qt::CopyAction;
+        return;
+    }
+    // A move: the boxes follow the pointer and the control grows under them.
+    const QPoint extremo = moverCajas(punto);
+    efecto = Qt::MoveAction;
+    crecerBajoCajas(extremo);
+    d->dragX = redondear(float(punto.x()));
+    d->dragY = redondear(float(punto.y()));
 }
 
-Qt::DropAction ContenedorX::dragDrop(const QMimeData *datos, Qt::DropAction efecto, int, int shift,
-                                     QPointF pos)
+//! Moves the outline boxes to the pointer; answers the largest right and bottom edge they reach.
+QPoint ContenedorX::moverCajas(QPointF punto)
 {
-    trap(QStringLiteral("ContenedorX.dragDrop->"), [&] {
-        const float x = float(pos.x());
-        const float y = float(pos.y());
-        if (!datos || !datos->hasText()) {
-            efecto = Qt::IgnoreAction;
-            return;
-        }
-        const QString texto = datos->text();
-        if (shift != ShiftMask) {
-            // A drop for the map: what was dragged, from which frame, onto what.
-            efecto = Qt::CopyAction;
-            const ObjetoPtr destino = sobreQuien(x, y);
-            root().droped(texto, destino, shift);
-            return;
-        }
-        if (m_bloqueo || !m_dragging) {
-            efecto = Qt::IgnoreAction;
-            return;
-        }
-        // The move, measured from the press: the pointer's whole travel over the scale.
-        efecto = Qt::MoveAction;
-        IMapaX &raiz = root();
-        const float dx = (x - m_downX) / m_escala;
-        const float dy = (y - m_downY) / m_escala;
-        for (const ObjetoPtr &o : m_seleccionados->NewEnum()) {
-            limpiar(o);
-            const qint16 nuevoX = toInt16(double(o->getX() + dx));
-            const qint16 nuevoY = toInt16(double(o->getY() + dy));
-            o->setX(nuevoX);
-            o->setY(nuevoY);
-            dibujarNuevo(o);
-            raiz.moved(o);
-        }
-        validarControl();
-    });
-    return efecto;
+    const float x = float(punto.x());
+    const float y = float(punto.y());
+    const QPointF desde = puntoPulsado();
+    if (!d->boxesCreated) {
+        d->dragX = redondear(x);
+        d->dragY = redondear(y);
+        moverConCajas();
+    } else if (!d->boxesVisible) {
+        for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
+            OtraCajaVisible(o, true);
+        d->boxesVisible = true;
+    }
+    const float dx = x - float(d->dragX);
+    const float dy = y - float(d->dragY);
+    qint16 maxRight = 0;
+    qint16 maxBottom = 0;
+    for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
+        moverOtraCaja(o, dx, dy);
+        const float right = (qint32(o->getX()) + o->getAncho()) * d->escala + margen + (x - float(desde.x()));
+        const float bottom = (qint32(o->getY()) + o->getAlto()) * d->escala + margen + (y - float(desde.y()));
+        maxRight = std::max(maxRight, toInt16(double(right)));
+        maxBottom = std::max(maxBottom, toInt16(double(bottom)));
+    }
+    return QPoint(maxRight, maxBottom);
+}
+
+//! Boxes past the control's edges grow it to them plus the slack, never beyond 32000 plus the slack.
+void ContenedorX::crecerBajoCajas(QPoint extremo)
+{
+    int ancho = width();
+    int alto = height();
+    if (extremo.x() > ancho)
+        ancho = std::min(extremo.x(), 32000) + holgura;
+    if (extremo.y() > alto)
+        alto = std::min(extremo.y(), 32000) + holgura;
+    if (ancho != width() || alto != height()) {
+        resize(ancho, alto);
+        frameResize();
+    }
+}
+
+void ContenedorX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto)
+{
+    if (shift != ShiftMask) {
+        // A drop for the map: what was dragged, from which frame, onto what.
+        efecto = Qt::CopyAction;
+        const ObjetoPtr destino = sobreQuien(float(punto.x()), float(punto.y()));
+        root().droped(texto, destino, shift);
+        return;
+    }
+    if (d->bloqueo || !d->dragging) {
+        efecto = Qt::IgnoreAction;
+        return;
+    }
+    // The move, measured from the press: the pointer's whole travel over the scale.
+    efecto = Qt::MoveAction;
+    IMapaX &raiz = root();
+    const QPointF desde = puntoPulsado();
+    const float dx = (float(punto.x()) - float(desde.x())) / d->escala;
+    const float dy = (float(punto.y()) - float(desde.y())) / d->escala;
+    for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
+        limpiar(o);
+        const qint16 nuevoX = toInt16(double(o->getX() + dx));
+        const qint16 nuevoY = toInt16(double(o->getY() + dy));
+        o->setX(nuevoX);
+        o->setY(nuevoY);
+        dibujarNuevo(o);
+        raiz.moved(o);
+    }
+    validarControl();
 }
 
 void ContenedorX::completeDrag()
 {
     trap(QStringLiteral("ContenedorX.OLECompleteDrag->"), [&] {
-        if (!m_dragging)
+        if (!d->dragging)
             return;
-        if (m_boxesCreated) {
-            for (const ObjetoPtr &o : m_seleccionados->NewEnum())
+        if (d->boxesCreated) {
+            for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
                 borrarOtraCaja(o);
             // Boxes of children that left the selection during the drag go too.
-            for (const QString &nombre : m_cajas.names()) {
-                if (!m_box || m_cajas.find(nombre) != m_box.data())
-                    m_cajas.remove(nombre);
-            }
-            m_boxesCreated = false;
-            m_boxesVisible = false;
+            for (const QString &nombre : d->cajas.names())
+                d->cajas.remove(nombre);
+            d->boxesCreated = false;
+            d->boxesVisible = false;
         }
-        m_dragging = false;
-        m_actual = nullptr;
+        d->dragging = false;
+        d->actual = nullptr;
     });
 }
 
@@ -1060,7 +831,7 @@ void ContenedorX::igualarDimension(const ObjetoPtr &referencia)
 void ContenedorX::alinear(const QString &label, const ObjetoPtr &referencia, int que)
 {
     trap(label, [&] {
-        if (m_seleccionados->count() == 0)
+        if (getSeleccionados()->count() == 0)
             return;
         // The reference is read once: it may be one of the selection.
         const IObjeto &modelo = requerido(referencia);
@@ -1069,12 +840,10 @@ void ContenedorX::alinear(const QString &label, const ObjetoPtr &referencia, int
         const qint16 ancho = modelo.getAncho();
         const qint16 alto = modelo.getAlto();
         IMapaX &raiz = root();
-        m_ajuste = std::make_unique<Ajuste>();
-        const auto fin = qScopeGuard([this] { m_ajuste.reset(); });
-        for (const ObjetoPtr &o : m_seleccionados->NewEnum()) {
-            // 1.
+        d->ajuste = std::make_unique<Ajuste>();
+        const auto fin = qScopeGuard([this] { d->ajuste.reset(); });
+        for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
             limpiar(o);
-            // 2.
             if (que == Arriba) {
                 o->setY(y);
             } else if (que == Izquierda) {
@@ -1083,7 +852,6 @@ void ContenedorX::alinear(const QString &label, const ObjetoPtr &referencia, int
                 o->setAncho(ancho);
                 o->setAlto(alto);
             }
-            // 3.–5.
             raiz.moved(o);
             dibujarNuevo(o);
             validarControl(o);
@@ -1111,14 +879,14 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
         const auto largo = [horizontal](const IObjeto &o) {
             return horizontal ? o.getAncho() : o.getAlto();
         };
-        // 1.
-        if (m_seleccionados->count() <= 2)
+        // Two or fewer have nothing in between.
+        if (getSeleccionados()->count() <= 2)
             return;
         IMapaX &raiz = root();
-        m_ajuste = std::make_unique<Ajuste>();
-        const auto fin = qScopeGuard([this] { m_ajuste.reset(); });
+        d->ajuste = std::make_unique<Ajuste>();
+        const auto fin = qScopeGuard([this] { d->ajuste.reset(); });
 
-        // 2. Extent and total length of the selection, and the selection ordered by position.
+        // Extent and total length of the selection, and the selection ordered by position.
         struct Elemento
         {
             ObjetoPtr objeto;
@@ -1126,11 +894,11 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
             qsizetype orden;
         };
         std::vector<Elemento> lista;
-        lista.reserve(size_t(m_seleccionados->count()));
+        lista.reserve(size_t(getSeleccionados()->count()));
         qint64 minLeft = 32000;
         qint64 maxRight = 0;
         qint64 total = 0;
-        for (const ObjetoPtr &o : m_seleccionados->NewEnum()) {
+        for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
             const qint64 left = posicion(*o);
             const qint64 right = left + largo(*o) - 1;
             minLeft = std::min(minLeft, left);
@@ -1145,16 +913,16 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
             return a.posicion != b.posicion ? a.posicion < b.posicion : a.orden > b.orden;
         });
 
-        // 3.
+        // The same gap between neighbours, in object units.
         const size_t n = lista.size();
         const float gap = float(double(maxRight - minLeft + 1 - total) / double(n - 1));
 
-        // 4. The first stays.
+        // The first stays.
         const ObjetoPtr &primero = lista.front().objeto;
         dibujarNuevo(primero);
         qint64 prevRight = qint64(posicion(*primero)) + largo(*primero) - 1;
 
-        // 5. Each one in between starts gap units after the last unit the previous one covers.
+        // Each one in between starts gap units after the last unit the previous one covers.
         for (size_t i = 1; i + 1 < n; ++i) {
             const ObjetoPtr &o = lista[i].objeto;
             const qint16 nuevo = toInt16(double(float(prevRight) + gap));
@@ -1168,7 +936,7 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
             prevRight = qint64(posicion(*o)) + largo(*o) - 1;
         }
 
-        // 6. The last stays.
+        // The last stays.
         dibujarNuevo(lista.back().objeto);
     });
 }

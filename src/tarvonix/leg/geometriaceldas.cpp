@@ -43,9 +43,9 @@ QRectF GeometriaCeldas::celda(int t, int p) const
 GeometriaCeldas::Celda GeometriaCeldas::sobre(double x, double y) const
 {
     Celda celda;
-    // 1. The tier, counted from the band below the grid.
+    // The tier, counted from the band below the grid.
     celda.fila = toInt16(qint64(parteEntera(m_alto - y - m_lado - 1 - margen, pasoFila())) + 2);
-    // 2. The position, undoing the shift of that tier.
+    // The position, undoing the shift of that tier.
     celda.columna
         = toInt16(qint64(parteEntera(x - (celda.fila - 1) * desplazamiento() - margen, pasoColumna())) + 1);
     return celda;

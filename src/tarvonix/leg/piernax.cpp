@@ -1,9 +1,8 @@
 #include <tarvonix/leg/piernax.h>
 
-#include <tarvonix/widgets/dummy.h>
-#include <tarvonix/widgets/etiquetas.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/leg/geometriaceldas.h>
-#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/caster.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/escala.h>
@@ -12,22 +11,15 @@
 #include <tarvonix/model/pierna.h>
 #include <tarvonix/model/ubicacion.h>
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/platform/dragrunner.h>
-#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/core/int16.h>
-#include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/shiftstate.h>
+#include <tarvonix/platform/surface.h>
+#include <tarvonix/views/imapax.h>
+#include <tarvonix/widgets/dummy.h>
+#include <tarvonix/widgets/etiquetas.h>
 
-#include <QDrag>
 #include <QDragEnterEvent>
-#include <QDragMoveEvent>
-#include <QDropEvent>
 #include <QMimeData>
-#include <QMouseEvent>
-#include <QPaintEvent>
-#include <QPainter>
-#include <QPointer>
 
 #include <cmath>
 
@@ -37,10 +29,6 @@ namespace {
 
 constexpr qint32 blanco = 0xFFFFFF;
 constexpr qint32 negro = 0;
-// A press turns into a band or a drag once the pointer is more than this far (squared) from it.
-constexpr double radioArrastre2 = 25;
-// How near the viewport's edges a drag scrolls the frame.
-constexpr double bordeDesplazamiento = 40;
 // The largest extent a widget can take.
 constexpr double extensionMaxima = QWIDGETSIZE_MAX;
 
@@ -79,47 +67,57 @@ bool celdaDelCodigo(const QString &codigo, qint16 &fila, qint16 &columna)
 
 } // namespace
 
+struct PiernaX::Private
+{
+    std::shared_ptr<Pierna> pierna;
+    float escala = 1.0f;
+
+    ObjetoPtr actual;
+    qint16 fila = 0; // the tier and position of the last hit
+    qint16 columna = 0;
+
+    etiquetas *ubicaciones = nullptr;
+    etiquetas *escalas = nullptr;
+};
+
 PiernaX::PiernaX(QWidget *parent)
-    : VistaX(parent)
-    , m_seleccionados(std::make_shared<Objetos>())
-    , m_ubicaciones(new etiquetas(this))
-    , m_escalas(new etiquetas(this))
-    , m_caja(new Dummy(this))
+    : VistaX(QStringLiteral("PiernaX"), QStringLiteral("Caja"), parent)
+    , d(std::make_unique<Private>())
 {
     setAutoFillBackground(true);
     QPalette fondo = palette();
     fondo.setColor(QPalette::Window, Qt::white);
     setPalette(fondo);
-    setAcceptDrops(true);
-    m_surface.setFont(font());
 
     QFont fuenteEtiquetas(QStringLiteral("Arial"));
     fuenteEtiquetas.setPointSizeF(8.25);
 
-    m_ubicaciones->setObjectName(QStringLiteral("Ubicaciones"));
-    m_ubicaciones->setFont(fuenteEtiquetas);
-    m_ubicaciones->setGeometry(20, 0, 100, 20);
+    d->ubicaciones = new etiquetas(this);
+    d->ubicaciones->setObjectName(QStringLiteral("Ubicaciones"));
+    d->ubicaciones->setFont(fuenteEtiquetas);
+    d->ubicaciones->setGeometry(20, 0, 100, 20);
 
-    m_escalas->setObjectName(QStringLiteral("escalas"));
-    m_escalas->setSentido(1);
-    m_escalas->setPrimero(4);
-    m_escalas->setPaso(-1);
-    m_escalas->setOLEDropMode(1);
-    m_escalas->setFont(fuenteEtiquetas);
-    m_escalas->setGeometry(0, 0, 20, 84);
+    d->escalas = new etiquetas(this);
+    d->escalas->setObjectName(QStringLiteral("escalas"));
+    d->escalas->setSentido(1);
+    d->escalas->setPrimero(4);
+    d->escalas->setPaso(-1);
+    d->escalas->setOLEDropMode(1);
+    d->escalas->setFont(fuenteEtiquetas);
+    d->escalas->setGeometry(0, 0, 20, 84);
 
-    m_caja->setObjectName(QStringLiteral("Caja"));
-    m_caja->setBackColor(blanco);
-    m_caja->setBackStyle(0);
-    m_caja->setBorderStyle(1);
-    m_caja->hide();
+    Dummy &caja = banda();
+    caja.setBackColor(blanco);
+    caja.setBackStyle(0);
+    caja.setBorderStyle(1);
 
-    connect(m_escalas, &etiquetas::Click, this, [this](int etiqueta) { escalasClick(etiqueta, false); });
-    connect(m_escalas, &etiquetas::RightClick, this, [this](int etiqueta) { escalasClick(etiqueta, true); });
-    connect(m_escalas, &etiquetas::OLEStartDrag, this, [this](float, float, int) { escalasOLEStartDrag(); });
-    connect(m_escalas, &etiquetas::OLEDragDrop, this,
-            [this](const QMimeData *datos, qint32 *effect, int button, int shift, float, float,
-                   int etiqueta) { escalasOLEDragDrop(datos, effect, button, shift, etiqueta); });
+    connect(d->escalas, &etiquetas::Click, this, [this](int etiqueta) { escalasClick(etiqueta, false); });
+    connect(d->escalas, &etiquetas::RightClick, this, [this](int etiqueta) { escalasClick(etiqueta, true); });
+    connect(d->escalas, &etiquetas::OLEStartDrag, this, [this](float, float, int) { escalasOLEStartDrag(); });
+    connect(d->escalas, &etiquetas::OLEDragDrop, this,
+            [this](const QMimeData *datos, qint32 *effect, int, int shift, float, float, int etiqueta) {
+                escalasOLEDragDrop(datos, effect, shift, etiqueta);
+            });
 }
 
 PiernaX::~PiernaX() = default;
@@ -156,10 +154,10 @@ void PiernaX::setFontSize(qint16 size)
 void PiernaX::escalaSeleccionada()
 {
     // A selection holds tiers or cells, never both: a picked tier gives way to cells.
-    if (m_seleccionados->count() > 0) {
-        const ObjetoPtr primero = m_seleccionados->Item(1);
+    if (getSeleccionados()->count() > 0) {
+        const ObjetoPtr primero = getSeleccionados()->Item(1);
         if (primero && primero->getTipo() == QLatin1String("E"))
-            m_seleccionados->clear();
+            getSeleccionados()->clear();
     }
 }
 
@@ -168,41 +166,28 @@ void PiernaX::escalaSeleccionada()
 
 std::shared_ptr<Pierna> PiernaX::pierna() const
 {
-    if (!m_pierna)
+    if (!d->pierna)
         throw Error(Error::ObjectNotSet);
-    return m_pierna;
+    return d->pierna;
+}
+
+void PiernaX::porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso)
+{
+    // Tier by tier from the bottom, position by position from the left; empty positions are passed over.
+    const auto leg = pierna();
+    const qint16 filas = leg->getFilas();
+    for (int t = 1; t <= filas; ++t) {
+        const qint16 largo = leg->getLargo(qint16(t));
+        for (int p = 1; p <= largo; ++p) {
+            if (const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p)))
+                paso(t, p, objeto);
+        }
+    }
 }
 
 GeometriaCeldas PiernaX::geometria() const
 {
-    return GeometriaCeldas(height(), m_escala, pierna()->getClasica());
-}
-
-QWidget *PiernaX::contenedor() const
-{
-    QWidget *frame = parentWidget();
-    if (!frame)
-        throw Error(Error::ObjectNotSet);
-    return frame;
-}
-
-IMapaX &PiernaX::root() const
-{
-    if (!m_root)
-        throw Error(Error::ObjectNotSet);
-    return *m_root;
-}
-
-ObjetoPtr PiernaX::activarEnContenedor(const ObjetoPtr &objeto)
-{
-    // The frame answers with the object it made active, normally the one given.
-    return LateBinding::call(contenedor(), QStringLiteral("setActive"), { QVariant::fromValue(objeto) })
-        .value<ObjetoPtr>();
-}
-
-void PiernaX::recortarControles(bool)
-{
-    // Children are always clipped in Qt; the band and the drag need nothing switched.
+    return GeometriaCeldas(height(), d->escala, pierna()->getClasica());
 }
 
 // ---------------------------------------------------------------------------
@@ -210,39 +195,20 @@ void PiernaX::recortarControles(bool)
 
 void PiernaX::setObjeto(const ObjetoPtr &objeto)
 {
-    m_pierna = Caster::toPierna(objeto);
+    d->pierna = Caster::toPierna(objeto);
     validarControl();
     update();
 }
 
 ObjetoPtr PiernaX::getObjeto()
 {
-    return m_pierna;
+    return d->pierna;
 }
 
-void PiernaX::setRoot(IMapaX *root)
+void PiernaX::redibujarObjeto(const ObjetoPtr &objeto)
 {
-    m_root = root;
-}
-
-void PiernaX::setActivo(const ObjetoPtr &objeto, bool valor)
-{
-    trap(QStringLiteral("PiernaX.IContenedorX_setActivo->"), [&] {
-        // A frame that activates or deactivates itself passes no object: nothing to mark.
-        if (!objeto)
-            return;
-        // The leg itself has no cell to mark.
-        if (objeto->getCodigo() != pierna()->getCodigo()) {
-            objeto->setActivo(valor);
-            if (objeto->getForma() != FormaNinguna)
-                dibujarCelda(objeto);
-        }
-    });
-}
-
-std::shared_ptr<Objetos> PiernaX::getSeleccionados()
-{
-    return m_seleccionados;
+    if (objeto->getForma() != FormaNinguna)
+        dibujarCelda(objeto);
 }
 
 void PiernaX::refrescar()
@@ -253,45 +219,22 @@ void PiernaX::refrescar()
 
 void PiernaX::setEscala(float escala)
 {
-    m_escala = escala;
+    d->escala = escala;
     validarControl();
     update();
 }
-
-void PiernaX::setBloqueo(bool) { }
-
-void PiernaX::alinearHorizontal(const ObjetoPtr &) { }
-
-void PiernaX::alinearVertical(const ObjetoPtr &) { }
-
-void PiernaX::igualarDimension(const ObjetoPtr &) { }
-
-void PiernaX::distribuirHorizontal() { }
-
-void PiernaX::distribuirVertical() { }
 
 void PiernaX::seleccionarTodos()
 {
     trap(QStringLiteral("PiernaX.IContenedorX_seleccionarTodos->"), [this] {
         escalaSeleccionada();
-        const auto leg = pierna();
-        const qint16 filas = leg->getFilas();
-        for (int t = 1; t <= filas; ++t) {
-            const qint16 largo = leg->getLargo(qint16(t));
-            for (int p = 1; p <= largo; ++p) {
-                const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p));
-                if (objeto && !objeto->getSeleccionado()) {
-                    seleccionarObjeto(objeto);
-                    dibujarCelda(objeto);
-                }
+        porCelda([this](int, int, const ObjetoPtr &objeto) {
+            if (!objeto->getSeleccionado()) {
+                seleccionarObjeto(objeto);
+                dibujarCelda(objeto);
             }
-        }
+        });
     });
-}
-
-void PiernaX::deseleccionarTodos()
-{
-    unselectAll();
 }
 
 void PiernaX::seleccionar(const QString &codigo)
@@ -318,18 +261,18 @@ void PiernaX::seleccionar(const QString &codigo)
 void PiernaX::validarControl()
 {
     trap(QStringLiteral("PiernaX.validarControl->"), [this] {
-        // 1. The leg's size and the cell geometry.
+        // The leg's size and the cell geometry.
         const auto leg = pierna();
         const qint16 filas = leg->getFilas();
         const qint16 largo = leg->getLargo(1);
         const GeometriaCeldas g = geometria();
-        // 2.-3. Wide enough for the first tier, high enough for every tier and the position strip.
+        // Wide enough for the first tier, high enough for every tier and the position strip.
         const int ancho = extension(g.anchoControl(filas, largo));
         const int alto = extension(g.altoControl(filas));
-        // 4. Take the size, and let the frame adapt its scroll bars.
+        // Take the size, and let the frame adapt its scroll bars.
         resize(ancho, alto);
-        LateBinding::call(contenedor(), QStringLiteral("Resize"), { QVariant::fromValue<QWidget *>(this) });
-        // 5. The strips follow the grid.
+        frameResize();
+        // The strips follow the grid.
         dibujarEscalas();
         dibujarUbicaciones();
     });
@@ -340,15 +283,15 @@ void PiernaX::dibujarEscalas()
     trap(QStringLiteral("PiernaX.dibujarEscalas->"), [this] {
         const qint16 filas = pierna()->getFilas();
         const GeometriaCeldas g = geometria();
-        // 1. Its top at the top of the highest tier.
-        m_escalas->move(m_escalas->x(), posicion(g.y(filas)));
-        // 2. Counting down (its step is -1), so that the top label reads filas and the bottom one 1.
-        m_escalas->setPrimero(filas);
-        // 3. Its label pitch is the tier pitch.
-        m_escalas->setSeparacion(float(g.ladoCelda() - g.solape()));
-        // 4. One label per tier.
-        m_escalas->resize(m_escalas->width(), extension((double(m_escalas->Separacion()) + 1) * filas));
-        m_escalas->update();
+        // Its top at the top of the highest tier.
+        d->escalas->move(d->escalas->x(), posicion(g.y(filas)));
+        // Counting down (its step is -1), so that the top label reads filas and the bottom one 1.
+        d->escalas->setPrimero(filas);
+        // Its label pitch is the tier pitch.
+        d->escalas->setSeparacion(float(g.ladoCelda() - g.solape()));
+        // One label per tier.
+        d->escalas->resize(d->escalas->width(), extension((double(d->escalas->Separacion()) + 1) * filas));
+        d->escalas->update();
     });
 }
 
@@ -357,41 +300,29 @@ void PiernaX::dibujarUbicaciones()
     trap(QStringLiteral("PiernaX.dibujarUbicaciones->"), [this] {
         const qint16 largo = pierna()->getLargo(1);
         const GeometriaCeldas g = geometria();
-        // 1.-2. Along the bottom edge, from the left margin.
-        m_ubicaciones->move(qRound(GeometriaCeldas::margen), height() - m_ubicaciones->height() - 1);
-        // 3. Its label pitch is the position pitch.
-        m_ubicaciones->setSeparacion(float(g.ladoCelda()));
-        // 4. One label per position of the first tier.
-        m_ubicaciones->resize(extension((double(m_ubicaciones->Separacion()) + 1) * largo),
-                              m_ubicaciones->height());
-        m_ubicaciones->update();
+        // Along the bottom edge, from the left margin.
+        d->ubicaciones->move(qRound(GeometriaCeldas::margen), height() - d->ubicaciones->height() - 1);
+        // Its label pitch is the position pitch.
+        d->ubicaciones->setSeparacion(float(g.ladoCelda()));
+        // One label per position of the first tier.
+        d->ubicaciones->resize(extension((double(d->ubicaciones->Separacion()) + 1) * largo),
+                               d->ubicaciones->height());
+        d->ubicaciones->update();
     });
 }
 
 // ---------------------------------------------------------------------------
 // Drawing
 
-void PiernaX::changeEvent(QEvent *event)
+void PiernaX::pintar(QPainter &, const QRect &expuesto)
 {
-    // printX measures with the surface's font, also outside a paint.
-    if (event->type() == QEvent::FontChange)
-        m_surface.setFont(font());
-    QWidget::changeEvent(event);
-}
-
-void PiernaX::paintEvent(QPaintEvent *event)
-{
-    QPainter painter(this);
-    Surface::Painting painting(m_surface, painter);
-    m_surface.setFont(font());
-    m_surface.setBackColor(fromQColor(palette().color(backgroundRole())));
-    const QRect expuesto = event->rect();
+    superficie().setBackColor(fromQColor(palette().color(backgroundRole())));
     trap(QStringLiteral("PiernaX.dibujarTodo->"), [&] { dibujarTodo(GeometriaCeldas::margen, expuesto); });
 }
 
 void PiernaX::dibujarTodo(double margen, const QRect &expuesto)
 {
-    // 1. The geometry and the leg's shape.
+    // The geometry and the leg's shape.
     const auto leg = pierna();
     const GeometriaCeldas g = geometria();
     const double lado = g.ladoCelda();
@@ -404,7 +335,7 @@ void PiernaX::dibujarTodo(double margen, const QRect &expuesto)
     const bool recortar = lado > 0 && std::isfinite(lado);
     const QRectF zona = QRectF(expuesto).adjusted(-2, -2, 2, 2);
 
-    // 2. Tier by tier from the bottom, position by position from the left.
+    // Tier by tier from the bottom, position by position from the left.
     for (int t = 1; t <= filas; ++t) {
         const double y = g.y(t);
         const qint16 largo = leg->getLargo(qint16(t));
@@ -424,13 +355,13 @@ void PiernaX::dibujarTodo(double margen, const QRect &expuesto)
             maxLargo = largo;
     }
 
-    // 3. A line in front of every group of linea positions, in the plain arrangement only.
+    // A line in front of every group of linea positions, in the plain arrangement only.
     if (!clasica && linea > 0) {
         const double abajo = height() - 21;
         const double arriba = g.y(filas) - 1;
         for (qint64 q = qint64(linea) + 1; q <= maxLargo; q += linea) {
             const double x = margen + double(q - 1) * (lado + 1);
-            m_surface.line(x, abajo, x, arriba);
+            superficie().line(x, abajo, x, arriba);
         }
     }
 }
@@ -458,9 +389,9 @@ void PiernaX::dibujarCelda(const ObjetoPtr &objeto)
 void PiernaX::dibujarVacia(double x, double y, double lado)
 {
     // A circle with a plus, in the current fore colour.
-    m_surface.circle(x + lado / 2, y + lado / 2, lado / 2);
-    m_surface.line(x + lado / 4, y + lado / 2, x + 3 * lado / 4 + 1, y + lado / 2);
-    m_surface.line(x + lado / 2, y + lado / 4, x + lado / 2, y + 3 * lado / 4 + 1);
+    superficie().circle(x + lado / 2, y + lado / 2, lado / 2);
+    superficie().line(x + lado / 4, y + lado / 2, x + 3 * lado / 4 + 1, y + lado / 2);
+    superficie().line(x + lado / 2, y + lado / 4, x + lado / 2, y + 3 * lado / 4 + 1);
 }
 
 void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const ObjetoPtr &objeto)
@@ -474,65 +405,65 @@ void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const
         const std::shared_ptr<Imagen> imagen = objeto->getImagen();
         const qint32 color = objeto->getColor();
         const QString tip = objeto->getTip();
-        const qint32 fondo = m_surface.backColor();
+        const qint32 fondo = superficie().backColor();
 
-        // 1. Erase the cell to the background.
-        m_surface.setFillStyle(Surface::FillSolid);
-        m_surface.setFillColor(fondo);
-        m_surface.setForeColor(fondo);
+        // Erase the cell to the background.
+        superficie().setFillStyle(Surface::FillSolid);
+        superficie().setFillColor(fondo);
+        superficie().setForeColor(fondo);
         if (!imagen && forma == FormaCirculo) {
             const double r = ancho / 2 - 1;
-            m_surface.circle(x + r, y + r, r);
+            superficie().circle(x + r, y + r, r);
         } else {
-            m_surface.box(x, y, x + ancho - 1, y + alto - 1);
+            superficie().box(x, y, x + ancho - 1, y + alto - 1);
         }
 
         qint32 colorTexto = negro;
         if (!imagen) {
-            // 2. The body in the object's colour; hatched when selected, in black on white.
-            m_surface.setFillStyle(seleccionado ? Surface::FillUpwardDiagonal : Surface::FillSolid);
-            m_surface.setFillColor(seleccionado && color == blanco ? negro : color);
-            m_surface.setForeColor(color);
+            // The body in the object's colour; hatched when selected, in black on white.
+            superficie().setFillStyle(seleccionado ? Surface::FillUpwardDiagonal : Surface::FillSolid);
+            superficie().setFillColor(seleccionado && color == blanco ? negro : color);
+            superficie().setForeColor(color);
             if (forma == FormaCaja) {
-                m_surface.box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
+                superficie().box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
             } else if (forma == FormaCirculo) {
                 const double r = ancho / 2 - 2;
-                m_surface.circle(x + r + 1, y + r + 1, r);
+                superficie().circle(x + r + 1, y + r + 1, r);
             }
             if (!seleccionado)
                 colorTexto = Color::esColorClaro(color) ? negro : blanco;
         } else {
-            // 3. The picture, hatched over in black when selected.
+            // The picture, hatched over in black when selected.
             const QImage dibujo = imagen->getHandler();
             if (!dibujo.isNull())
-                m_surface.paintPicture(dibujo, x, y, ancho, alto);
+                superficie().paintPicture(dibujo, x, y, ancho, alto);
             if (seleccionado) {
-                m_surface.setFillStyle(Surface::FillUpwardDiagonal);
-                m_surface.setFillColor(negro);
+                superficie().setFillStyle(Surface::FillUpwardDiagonal);
+                superficie().setFillColor(negro);
                 if (forma == FormaCaja) {
-                    m_surface.box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
+                    superficie().box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
                 } else if (forma == FormaCirculo) {
                     const double r = ancho / 2 - 2;
-                    m_surface.circle(x + r + 1, y + r + 1, r);
+                    superficie().circle(x + r + 1, y + r + 1, r);
                 }
             }
         }
-        m_surface.setForeColor(colorTexto);
+        superficie().setForeColor(colorTexto);
 
-        // 4. The tip, centred both ways when it fits.
-        m_surface.setFillStyle(Surface::FillTransparent);
+        // The tip, centred both ways when it fits.
+        superficie().setFillStyle(Surface::FillTransparent);
         printX(tip, float(x), float(y), float(ancho), float(alto), 0);
 
-        // 5. The outline: dotted for the active object.
-        m_surface.setForeColor(negro);
-        m_surface.setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
+        // The outline: dotted for the active object.
+        superficie().setForeColor(negro);
+        superficie().setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
         if (forma == FormaCaja) {
-            m_surface.box(x, y, x + ancho - 1, y + alto - 1);
+            superficie().box(x, y, x + ancho - 1, y + alto - 1);
         } else if (forma == FormaCirculo) {
             const double r = ancho / 2 - 1;
-            m_surface.circle(x + r, y + r, r);
+            superficie().circle(x + r, y + r, r);
         }
-        m_surface.setDrawStyle(Surface::DrawSolid);
+        superficie().setDrawStyle(Surface::DrawSolid);
     });
 }
 
@@ -540,44 +471,15 @@ void PiernaX::printX(const QString &texto, float margenx, float margeny, float a
                      qint16 posicion)
 {
     trap(QStringLiteral("PiernaX.printX->"), [&] {
-        // 1. The room inside the box's border and the text's size.
-        const double anchoLibre = double(ancho) - 2;
-        const double altoLibre = double(alto) - 2;
-        const double anchoTexto = m_surface.textWidth(texto);
-        const double altoTexto = m_surface.textHeight(texto);
-        // 2. Text that does not fit is left out, not clipped.
-        if (anchoTexto > anchoLibre || altoTexto > altoLibre)
+        Surface &s = superficie();
+        // The room inside the box's border and the text's size.
+        const QRectF libre(double(margenx) + 1, double(margeny) + 1, double(ancho) - 2, double(alto) - 2);
+        const QSizeF tamano(s.textWidth(texto), s.textHeight(texto));
+        // Text that does not fit is left out, not clipped.
+        if (tamano.width() > libre.width() || tamano.height() > libre.height())
             return;
-        // 3. Across.
-        switch (posicion & 3) {
-        case 0:
-            m_surface.setCurrentX(margenx + 1 + (anchoLibre - anchoTexto) / 2);
-            break;
-        case 1:
-            m_surface.setCurrentX(margenx + 1 + anchoLibre - anchoTexto);
-            break;
-        case 2:
-            m_surface.setCurrentX(margenx + 1);
-            break;
-        default:
-            break;
-        }
-        // 4. Down.
-        switch (int(std::floor(posicion / 4.0))) {
-        case 0:
-            m_surface.setCurrentY(margeny + 1 + (altoLibre - altoTexto) / 2);
-            break;
-        case 1:
-            m_surface.setCurrentY(margeny + 1);
-            break;
-        case 2:
-            m_surface.setCurrentY(margeny + 1 + altoLibre - altoTexto);
-            break;
-        default:
-            break;
-        }
-        // 5.
-        m_surface.print(texto);
+        colocarTexto(posicion, libre, tamano);
+        s.print(texto);
     });
 }
 
@@ -588,25 +490,9 @@ void PiernaX::sobreQuien(double x, double y)
 {
     trap(QStringLiteral("PiernaX.sobreQuien->"), [&] {
         const GeometriaCeldas::Celda celda = geometria().sobre(x, y);
-        m_fila = celda.fila;
-        m_columna = celda.columna;
+        d->fila = celda.fila;
+        d->columna = celda.columna;
     });
-}
-
-void PiernaX::seleccionarObjeto(const ObjetoPtr &objeto)
-{
-    m_seleccionados->add(objeto);
-    objeto->setSeleccionado(true);
-}
-
-void PiernaX::alternarObjeto(const ObjetoPtr &objeto)
-{
-    if (objeto->getSeleccionado()) {
-        m_seleccionados->remove(objeto);
-        objeto->setSeleccionado(false);
-    } else {
-        seleccionarObjeto(objeto);
-    }
 }
 
 void PiernaX::selectRectangle(int fila1, int columna1, int fila2, int columna2)
@@ -620,7 +506,7 @@ void PiernaX::selectRectangle(int fila1, int columna1, int fila2, int columna2)
         for (int t = fila1;; t += pasoFila) {
             for (int p = columna1;; p += pasoColumna) {
                 const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p));
-                m_seleccionados->add(objeto);
+                getSeleccionados()->add(objeto);
                 objeto->setSeleccionado(true);
                 dibujarCelda(objeto);
                 if (p == columna2)
@@ -632,198 +518,108 @@ void PiernaX::selectRectangle(int fila1, int columna1, int fila2, int columna2)
     });
 }
 
-void PiernaX::unselectAll()
-{
-    trap(QStringLiteral("PiernaX.unselectAll->"), [this] {
-        for (const ObjetoPtr &objeto : *m_seleccionados) {
-            objeto->setSeleccionado(false);
-            if (objeto->getForma() != FormaNinguna)
-                dibujarCelda(objeto);
-        }
-        m_seleccionados->clear();
-    });
-}
-
-void PiernaX::mostrarCaja(double x1, double y1, double x2, double y2)
-{
-    const double izquierda = std::min(x1, x2);
-    const double ancho = x1 == x2 ? 1 : std::abs(x2 - x1);
-    const double arriba = std::min(y1, y2);
-    const double alto = y1 == y2 ? 1 : std::abs(y2 - y1);
-    m_caja->setGeometry(posicion(izquierda), posicion(arriba), extension(ancho), extension(alto));
-    if (m_caja->isHidden())
-        m_caja->show();
-}
-
 // ---------------------------------------------------------------------------
 // Gestures
-
-void PiernaX::mousePressEvent(QMouseEvent *event)
-{
-    const QPointF punto = event->position();
-    trap(QStringLiteral("PiernaX.MouseDown->"), [&] {
-        mouseDown(mouseButton(event->button()), shiftState(event->modifiers()), punto.x(), punto.y());
-    });
-}
-
-void PiernaX::mouseMoveEvent(QMouseEvent *event)
-{
-    const QPointF punto = event->position();
-    trap(QStringLiteral("PiernaX.MouseMove->"), [&] {
-        mouseMove(mouseButton(event->buttons()), shiftState(event->modifiers()), punto.x(), punto.y());
-    });
-}
-
-void PiernaX::mouseReleaseEvent(QMouseEvent *event)
-{
-    const QPointF punto = event->position();
-    trap(QStringLiteral("PiernaX.MouseUp->"), [&] {
-        mouseUp(mouseButton(event->button()), shiftState(event->modifiers()), punto.x(), punto.y());
-    });
-}
 
 void PiernaX::mouseDoubleClickEvent(QMouseEvent *)
 {
     // The second press of a double click is no new press; its release is handled as usual.
 }
 
-void PiernaX::mouseDown(int button, int shift, double x, double y)
+void PiernaX::MouseDown(int button, int shift, QPointF punto)
 {
-    // 1. What was current and hit before this press.
-    const ObjetoPtr anterior = m_actual;
-    const qint16 filaAnterior = m_fila;
-    const qint16 columnaAnterior = m_columna;
-    m_downX = x;
-    m_downY = y;
-    // 2. A picked tier gives way; find the cell.
+    // What was current and hit before this press.
+    const ObjetoPtr anterior = d->actual;
+    const qint16 filaAnterior = d->fila;
+    const qint16 columnaAnterior = d->columna;
+    // A picked tier gives way; find the cell.
     escalaSeleccionada();
-    sobreQuien(x, y);
+    sobreQuien(punto.x(), punto.y());
     const auto leg = pierna();
-    if (leg->esUbicacion(m_fila, m_columna)) {
-        // 3.1
-        m_actual = leg->getObjeto(m_fila, m_columna);
-        if (!m_actual) {
-            // 3.2 An empty position: its position object becomes active.
+    if (leg->esUbicacion(d->fila, d->columna)) {
+        d->actual = leg->getObjeto(d->fila, d->columna);
+        if (!d->actual) {
+            // An empty position: its position object becomes active.
             unselectAll();
-            activarEnContenedor(leg->getUbicacion(m_fila, m_columna));
+            frameSetActive(leg->getUbicacion(d->fila, d->columna));
         } else {
-            // 3.3 By the shift state, compared as an exact value.
+            // By the shift state, compared as an exact value.
             if (shift == CtrlMask || (shift == ShiftMask && button == RightButton)) {
                 // The selection stays as it is.
             } else if (shift == ShiftMask) {
                 if (anterior) {
                     unselectAll();
-                    selectRectangle(filaAnterior, columnaAnterior, m_fila, m_columna);
+                    selectRectangle(filaAnterior, columnaAnterior, d->fila, d->columna);
                 }
-            } else if (m_actual->getCodigo() == leg->getCodigo()) {
+            } else if (d->actual->getCodigo() == leg->getCodigo()) {
                 unselectAll();
-            } else if (!m_actual->getSeleccionado()) {
+            } else if (!d->actual->getSeleccionado()) {
                 // A press on a selected object keeps the whole selection, so that a group can be dragged.
                 unselectAll();
-                seleccionarObjeto(m_actual);
+                seleccionarObjeto(d->actual);
             }
-            m_actual = activarEnContenedor(m_actual);
+            d->actual = frameSetActive(d->actual);
         }
     } else {
-        // 4. Outside the positions: the leg itself becomes active.
-        m_actual = nullptr;
+        // Outside the positions: the leg itself becomes active.
+        d->actual = nullptr;
         unselectAll();
-        m_pierna = Caster::toPierna(activarEnContenedor(leg));
-    }
-    // 5.
-    m_armed = true;
-}
-
-void PiernaX::mouseMove(int button, int shift, double x, double y)
-{
-    Q_UNUSED(shift);
-    if (!LateBinding::get(contenedor(), QStringLiteral("pActive")).toBool() || button != LeftButton)
-        return;
-    const double dx = x - m_downX;
-    const double dy = y - m_downY;
-    const bool fuera = dx * dx + dy * dy > radioArrastre2;
-    if (!m_actual) {
-        // Pressed on nothing: a rubber band.
-        if (m_rubberBand) {
-            mostrarCaja(m_downX, m_downY, x, y);
-        } else if (fuera && m_armed) {
-            recortarControles(false);
-            m_armed = false;
-            m_rubberBand = true;
-            mostrarCaja(m_downX, m_downY, x, y);
-        }
-    } else if (fuera && m_armed) {
-        // Pressed on an object: drag the selection out.
-        recortarControles(false);
-        m_armed = false;
-        startDrag();
+        d->pierna = Caster::toPierna(frameSetActive(leg));
     }
 }
 
-void PiernaX::mouseUp(int button, int shift, double x, double y)
+void PiernaX::MouseMove(int, QPointF punto)
 {
-    if (!LateBinding::get(contenedor(), QStringLiteral("pActive")).toBool())
-        return;
-    if (m_rubberBand)
-        soltarBanda();
-    else
-        soltarClick(button, shift, x, y);
+    // Pressed on nothing: a rubber band; on an object: drag the selection out.
+    if (!d->actual)
+        seguirBanda(punto);
+    else if (tomarPulsacion(punto))
+        arrastrar(frameName());
 }
 
-void PiernaX::soltarBanda()
+void PiernaX::soltarBanda(const QRect &rect)
 {
-    // 1. Put the band away and take its rectangle.
-    recortarControles(true);
-    m_rubberBand = false;
-    m_caja->hide();
-    const QRectF banda(m_caja->geometry());
     escalaSeleccionada();
     // Toggle every object whose cell lies wholly inside; the rest of the selection stays.
-    const auto leg = pierna();
+    const QRectF banda(rect);
     const GeometriaCeldas g = geometria();
-    const qint16 filas = leg->getFilas();
-    for (int t = 1; t <= filas; ++t) {
-        const qint16 largo = leg->getLargo(qint16(t));
-        for (int p = 1; p <= largo; ++p) {
-            const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p));
-            if (objeto && g.enBanda(t, p, banda)) {
-                alternarObjeto(objeto);
-                dibujarCelda(objeto);
-            }
+    porCelda([&](int t, int p, const ObjetoPtr &objeto) {
+        if (g.enBanda(t, p, banda)) {
+            alternar(objeto);
+            dibujarCelda(objeto);
         }
-    }
+    });
 }
 
-void PiernaX::soltarClick(int button, int shift, double x, double y)
+void PiernaX::soltarClick(int button, int shift, QPointF punto)
 {
-    // 2.
     escalaSeleccionada();
-    sobreQuien(x, y);
+    sobreQuien(punto.x(), punto.y());
     const auto leg = pierna();
-    if (leg->esUbicacion(m_fila, m_columna)) {
-        const ObjetoPtr objeto = leg->getObjeto(m_fila, m_columna);
+    if (leg->esUbicacion(d->fila, d->columna)) {
+        const ObjetoPtr objeto = leg->getObjeto(d->fila, d->columna);
         if (objeto) {
             // A position with an object.
-            m_actual = objeto;
+            d->actual = objeto;
             // Ctrl toggles; the frame's answer to setActive redraws the cell.
-            if (shift == CtrlMask && button != RightButton && m_actual->getCodigo() != leg->getCodigo())
-                alternarObjeto(m_actual);
+            if (shift == CtrlMask && button != RightButton && d->actual->getCodigo() != leg->getCodigo())
+                alternar(d->actual);
             // A plain click inside a group, without a drag, narrows the selection.
             if (shift != ShiftMask && shift != CtrlMask && button == LeftButton
-                && m_seleccionados->count() > 1) {
+                && getSeleccionados()->count() > 1) {
                 unselectAll();
-                seleccionarObjeto(m_actual);
+                seleccionarObjeto(d->actual);
             }
-            m_actual = activarEnContenedor(m_actual);
-            const bool multi = shift == CtrlMask || m_seleccionados->count() >= 2;
+            d->actual = frameSetActive(d->actual);
+            const bool multi = shift == CtrlMask || getSeleccionados()->count() >= 2;
             if (button == LeftButton)
-                root().clicked(m_actual, multi);
+                root().clicked(d->actual, multi);
             else if (button == RightButton)
-                root().rightClicked(m_actual, multi);
+                root().rightClicked(d->actual, multi);
         } else {
             // An empty position: its position object stands in, always reported as multi.
-            const ObjetoPtr ubicacion = leg->getUbicacion(m_fila, m_columna);
-            activarEnContenedor(ubicacion);
+            const ObjetoPtr ubicacion = leg->getUbicacion(d->fila, d->columna);
+            frameSetActive(ubicacion);
             if (button == LeftButton)
                 root().clicked(ubicacion, true);
             else if (button == RightButton)
@@ -831,38 +627,17 @@ void PiernaX::soltarClick(int button, int shift, double x, double y)
         }
     } else {
         // Outside the positions: the leg.
-        m_actual = nullptr;
-        activarEnContenedor(leg);
+        d->actual = nullptr;
+        frameSetActive(leg);
         if (button == LeftButton)
             root().clicked(leg, false);
         else if (button == RightButton)
             root().rightClicked(leg, false);
     }
-    m_armed = true;
 }
 
 // ---------------------------------------------------------------------------
 // Drag and drop
-
-void PiernaX::startDrag()
-{
-    // The data is the name of the frame that holds the control.
-    const QString nombre = LateBinding::get(contenedor(), QStringLiteral("Name")).toString();
-    auto *datos = new QMimeData;
-    datos->setText(nombre);
-    auto *drag = new QDrag(this);
-    drag->setMimeData(datos);
-    QPointer<PiernaX> self(this);
-    DragRunner::run(drag, Qt::CopyAction | Qt::MoveAction, [self](Qt::DropAction) {
-        if (self)
-            self->completeDrag();
-    });
-}
-
-void PiernaX::completeDrag()
-{
-    recortarControles(true);
-}
 
 void PiernaX::dragEnterEvent(QDragEnterEvent *event)
 {
@@ -872,73 +647,32 @@ void PiernaX::dragEnterEvent(QDragEnterEvent *event)
     event->accept();
 }
 
-void PiernaX::dragMoveEvent(QDragMoveEvent *event)
+void PiernaX::dragOver(int shift, QPointF, Qt::DropAction &efecto)
 {
-    responderArrastre(event, QStringLiteral("PiernaX.dragOver->"), &PiernaX::dragOver);
+    // Nothing moves in a grid: Shift refuses.
+    efecto = shift == ShiftMask ? Qt::IgnoreAction : Qt::CopyAction;
 }
 
-void PiernaX::dropEvent(QDropEvent *event)
+void PiernaX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto)
 {
-    responderArrastre(event, QStringLiteral("PiernaX.dragDrop->"), &PiernaX::dragDrop);
-}
-
-void PiernaX::responderArrastre(QDropEvent *event, const QString &etiqueta, PasoArrastre paso)
-{
-    qint32 effect = 0;
-    const QPointF punto = event->position();
-    trap(etiqueta, [&] {
-        (this->*paso)(event->mimeData(), effect, mouseButton(event->buttons()), shiftState(event->modifiers()),
-                      punto.x(), punto.y());
-    });
-    DragRunner::answer(event, DragRunner::action(effect));
-}
-
-void PiernaX::dragOver(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y)
-{
-    Q_UNUSED(button);
-    if (!datos || !datos->hasText()) {
-        effect = 0;
-        return;
-    }
-    QWidget *frame = contenedor();
-    if (!LateBinding::call(frame, QStringLiteral("isActive")).toBool())
-        LateBinding::call(frame, QStringLiteral("activate"));
-    effect = shift == ShiftMask ? 0 : 1;
-    // Scroll the frame while the pointer is near the edges of what it shows.
-    if (x < viewLeft() + bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("hScroll"), { -1 });
-    else if (x > viewRight() - bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("hScroll"), { 1 });
-    if (y < viewTop() + bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("vScroll"), { -1 });
-    else if (y > viewBottom() - bordeDesplazamiento)
-        LateBinding::call(frame, QStringLiteral("vScroll"), { 1 });
-}
-
-void PiernaX::dragDrop(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y)
-{
-    Q_UNUSED(button);
-    if (!datos || !datos->hasText())
-        return;
     if (shift == ShiftMask) {
-        effect = 0;
+        efecto = Qt::IgnoreAction;
         return;
     }
-    effect = 1;
-    const QString origen = datos->text();
-    sobreQuien(x, y);
+    efecto = Qt::CopyAction;
+    sobreQuien(punto.x(), punto.y());
     const auto leg = pierna();
     // The object of the cell, else its position, else the leg.
     ObjetoPtr destino;
-    if (leg->esUbicacion(m_fila, m_columna)) {
-        destino = leg->getObjeto(m_fila, m_columna);
+    if (leg->esUbicacion(d->fila, d->columna)) {
+        destino = leg->getObjeto(d->fila, d->columna);
         if (!destino)
-            destino = leg->getUbicacion(m_fila, m_columna);
+            destino = leg->getUbicacion(d->fila, d->columna);
     } else {
         destino = leg;
     }
-    root().droped(origen, destino, shift);
-    m_escalas->update();
+    root().droped(texto, destino, shift);
+    d->escalas->update();
 }
 
 // ---------------------------------------------------------------------------
@@ -951,28 +685,27 @@ void PiernaX::escalasClick(int etiqueta, bool derecho)
     trap(label, [&] {
         // The top slot is the highest tier. A tier alone makes the selection, its flag untouched.
         const auto leg = pierna();
-        m_actual = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
+        d->actual = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
         unselectAll();
-        m_seleccionados->add(m_actual);
-        m_actual = activarEnContenedor(m_actual);
+        getSeleccionados()->add(d->actual);
+        d->actual = frameSetActive(d->actual);
         if (derecho)
-            root().rightClicked(m_actual, false);
+            root().rightClicked(d->actual, false);
         else
-            root().clicked(m_actual, false);
+            root().clicked(d->actual, false);
     });
 }
 
 void PiernaX::escalasOLEStartDrag()
 {
     trap(QStringLiteral("PiernaX.escalas.OLEStartDrag->"), [this] {
-        if (m_actual)
-            startDrag();
+        if (d->actual)
+            arrastrar(frameName());
     });
 }
 
-void PiernaX::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int button, int shift, int etiqueta)
+void PiernaX::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int shift, int etiqueta)
 {
-    Q_UNUSED(button);
     qint32 ninguno = 0;
     qint32 &efecto = effect ? *effect : ninguno;
     trap(QStringLiteral("PiernaX.escalas.OLEDragDrop->"), [&] {
@@ -990,7 +723,7 @@ void PiernaX::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int but
         const ObjetoPtr destino = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
         if (destino)
             root().droped(origen, destino, shift);
-        m_escalas->update();
+        d->escalas->update();
     });
 }
 

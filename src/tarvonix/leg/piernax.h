@@ -1,22 +1,18 @@
 #ifndef TARVONIX_PIERNAX_H
 #define TARVONIX_PIERNAX_H
 
-#include <tarvonix/views/vistax.h>
-#include <tarvonix/platform/surface.h>
 #include <tarvonix/tarvonix_export.h>
+#include <tarvonix/views/vistax.h>
 
-#include <QWidget>
+#include <functional>
+#include <memory>
 
 class QMimeData;
 
 namespace tarvonix {
 
-class Dummy;
 class GeometriaCeldas;
-class IMapaX;
-class Objetos;
 class Pierna;
-class etiquetas;
 
 /*!
     The leg view: one leg (Pierna) shown as a grid of square cells, its tiers
@@ -33,15 +29,14 @@ class etiquetas;
     Two child strips number the grid: "escalas" down the left edge (the top
     slot is the highest tier) and "Ubicaciones" along the bottom. The control
     sizes itself to the leg's first tier and asks its container to adapt
-    with the late-bound member "Resize".
+    with "Resize".
 
     The user selects cells by pressing, Ctrl-clicking, Shift-clicking a
     rectangle, rubber-banding ("Caja") or picking a whole tier on the tier
     strip, drags cells out as the holding frame's name in plain text, and
     drops text on cells, empty positions, tiers or the leg. Every gesture is
     reported to the root (IMapaX): clicked, rightClicked, droped. The frame
-    that holds the control takes part through the late-bound members
-    "pActive", "setActive", "isActive", "activate", "hScroll" and "vScroll".
+    that holds the control takes part as told in VistaX.
 
     Every operation runs under its own error trap and reports a failure with
     its label ("PiernaX.MouseDown->" ...) instead of passing it on.
@@ -60,7 +55,6 @@ public:
     explicit PiernaX(QWidget *parent = nullptr);
     ~PiernaX() override;
 
-
     /*!
         Prints \a texto in the box (\a margenx, \a margeny, \a ancho, \a alto)
         during a paint, or nothing when it does not fit inside the box's
@@ -76,52 +70,37 @@ public:
     qint16 FontSize() const;
     void setFontSize(qint16 size);
 
-
     //! Drops a tier picked on the tier strip from the selection, before cells are selected.
     Q_INVOKABLE void escalaSeleccionada();
 
     // IContenedorX
     void setObjeto(const ObjetoPtr &objeto) override;
     ObjetoPtr getObjeto() override;
-    void setRoot(IMapaX *root) override;
-    void setActivo(const ObjetoPtr &objeto, bool valor) override;
-    std::shared_ptr<Objetos> getSeleccionados() override;
     void refrescar() override;
     void setEscala(float escala) override;
-    //! Ignored: nothing in a grid can be moved.
-    void setBloqueo(bool bloqueo) override;
-    //! Ignored: the grid fixes every cell's place.
-    void alinearHorizontal(const ObjetoPtr &referencia) override;
-    //! Ignored: the grid fixes every cell's place.
-    void alinearVertical(const ObjetoPtr &referencia) override;
-    //! Ignored: every cell has the same size.
-    void igualarDimension(const ObjetoPtr &referencia) override;
-    //! Ignored: the grid fixes every cell's place.
-    void distribuirHorizontal() override;
-    //! Ignored: the grid fixes every cell's place.
-    void distribuirVertical() override;
+    // The lock, alignment and distribution are VistaX's: the grid fixes every cell's place.
     void seleccionarTodos() override;
-    void deseleccionarTodos() override;
     void seleccionar(const QString &codigo) override;
 
 protected:
-    void changeEvent(QEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
-    void dragMoveEvent(QDragMoveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
 
 private:
+    // VistaX
+    void redibujarObjeto(const ObjetoPtr &objeto) override;
+    void MouseDown(int button, int shift, QPointF punto) override;
+    void MouseMove(int shift, QPointF punto) override;
+    void soltarBanda(const QRect &rect) override;
+    void soltarClick(int button, int shift, QPointF punto) override;
+    void dragOver(int shift, QPointF punto, Qt::DropAction &efecto) override;
+    void dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto) override;
+    void pintar(QPainter &painter, const QRect &expuesto) override;
+
     GeometriaCeldas geometria() const;
+    //! Runs \a paso on every position that holds an object: tier, position, object.
+    void porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso);
     std::shared_ptr<Pierna> pierna() const;
-    QWidget *contenedor() const;
-    IMapaX &root() const;
-    ObjetoPtr activarEnContenedor(const ObjetoPtr &objeto);
-    void recortarControles(bool recortar);
 
     // Layout and drawing
     void validarControl();
@@ -135,46 +114,14 @@ private:
     // Selection
     void sobreQuien(double x, double y);
     void selectRectangle(int fila1, int columna1, int fila2, int columna2);
-    void unselectAll();
-    void seleccionarObjeto(const ObjetoPtr &objeto);
-    void alternarObjeto(const ObjetoPtr &objeto);
-    void mostrarCaja(double x1, double y1, double x2, double y2);
-
-    // Gestures
-    void mouseDown(int button, int shift, double x, double y);
-    void mouseMove(int button, int shift, double x, double y);
-    void mouseUp(int button, int shift, double x, double y);
-    void soltarBanda();
-    void soltarClick(int button, int shift, double x, double y);
-    void startDrag();
-    void completeDrag();
-    void dragOver(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y);
-    void dragDrop(const QMimeData *datos, qint32 &effect, int button, int shift, double x, double y);
-    using PasoArrastre = void (PiernaX::*)(const QMimeData *, qint32 &, int, int, double, double);
-    void responderArrastre(QDropEvent *event, const QString &etiqueta, PasoArrastre paso);
 
     // The tier strip
     void escalasClick(int etiqueta, bool derecho);
     void escalasOLEStartDrag();
-    void escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int button, int shift, int etiqueta);
+    void escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int shift, int etiqueta);
 
-    std::shared_ptr<Pierna> m_pierna;
-    IMapaX *m_root = nullptr;
-    std::shared_ptr<Objetos> m_seleccionados;
-    float m_escala = 1.0f;
-
-    ObjetoPtr m_actual;
-    qint16 m_fila = 0;
-    qint16 m_columna = 0;
-    double m_downX = 0;
-    double m_downY = 0;
-    bool m_rubberBand = false;
-    bool m_armed = false;
-
-    Surface m_surface;
-    etiquetas *m_ubicaciones;
-    etiquetas *m_escalas;
-    Dummy *m_caja;
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace tarvonix

@@ -30,18 +30,18 @@ public:
     virtual ~IMapaX() = default;
 
     //! The user clicked \a obj; \a multi is true when several objects are selected.
-    virtual void clicked(const ObjetoPtr &obj, bool multi) = 0;                       // 1
-    virtual void rightClicked(const ObjetoPtr &obj, bool multi) = 0;                  // 2
+    virtual void clicked(const ObjetoPtr &obj, bool multi) = 0;
+    virtual void rightClicked(const ObjetoPtr &obj, bool multi) = 0;
     //! Objects dragged out of the frame named \a origen were dropped on \a destino.
-    virtual void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) = 0; // 3
+    virtual void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) = 0;
     //! The user moved \a obj: its position or size changed.
-    virtual void moved(const ObjetoPtr &obj) = 0;                                      // 4
+    virtual void moved(const ObjetoPtr &obj) = 0;
     //! An object (ObjetoActivo) or a frame itself (FrameActivo) became active.
-    virtual void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) = 0;  // 5
+    virtual void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) = 0;
     //! Asks the root to bring \a control into view.
-    virtual void ensureVisible(QWidget *control) = 0;                                 // 6
+    virtual void ensureVisible(QWidget *control) = 0;
     //! Asks the root to remove the frame that shows \a frame.
-    virtual void remove(const ObjetoPtr &frame) = 0;                                  // 7
+    virtual void remove(const ObjetoPtr &frame) = 0;
 
 protected:
     IMapaX() = default;

@@ -19,30 +19,30 @@ class IObjetoX
 public:
     virtual ~IObjetoX() = default;
 
-    virtual float getDragX() = 0;                       //  0 pointer offset in the item when a drag started
-    virtual float getDragY() = 0;                       //  1
-    virtual void Move(qint32 left, qint32 top) = 0;     //  2
-    virtual ObjetoPtr getObjeto() = 0;                  //  3
-    virtual void setObjeto(const ObjetoPtr &objeto) = 0; // 4
-    virtual void setRoot(IMapaX *root) = 0;             //  5
-    virtual float getX() = 0;                           //  6
-    virtual float getY() = 0;                           //  7
-    virtual float getWidth() = 0;                       //  8
-    virtual float getHeight() = 0;                      //  9
-    virtual QString getName() = 0;                      // 10
-    virtual bool getSelected() = 0;                     // 11
-    virtual void setSelected(bool selected) = 0;        // 12
-    virtual bool getMovable() = 0;                      // 13
-    virtual void setMovable(bool movable) = 0;          // 14
-    virtual bool getResizable() = 0;                    // 15
-    virtual void setResizable(bool resizable) = 0;      // 16
-    virtual void SetVisible(bool visible) = 0;          // 17
-    virtual bool getVisible() = 0;                      // 18
-    virtual bool getContenedor() = 0;                   // 19 whether the item is itself a container
-    virtual void setActive(qint32 value) = 0;           // 20
-    virtual bool getActive() = 0;                       // 21
-    virtual QObject *getParent() = 0;                   // 22 the container that holds the item
-    virtual void Refresh() = 0;                         // 23
+    virtual float getDragX() = 0; // pointer offset in the item when a drag started
+    virtual float getDragY() = 0;
+    virtual void Move(qint32 left, qint32 top) = 0;
+    virtual ObjetoPtr getObjeto() = 0;
+    virtual void setObjeto(const ObjetoPtr &objeto) = 0;
+    virtual void setRoot(IMapaX *root) = 0;
+    virtual float getX() = 0;
+    virtual float getY() = 0;
+    virtual float getWidth() = 0;
+    virtual float getHeight() = 0;
+    virtual QString getName() = 0;
+    virtual bool getSelected() = 0;
+    virtual void setSelected(bool selected) = 0;
+    virtual bool getMovable() = 0;
+    virtual void setMovable(bool movable) = 0;
+    virtual bool getResizable() = 0;
+    virtual void setResizable(bool resizable) = 0;
+    virtual void SetVisible(bool visible) = 0;
+    virtual bool getVisible() = 0;
+    virtual bool getContenedor() = 0; // whether the item is itself a container
+    virtual void setActive(qint32 value) = 0;
+    virtual bool getActive() = 0;
+    virtual QObject *getParent() = 0; // the container that holds the item
+    virtual void Refresh() = 0;
 
 protected:
     IObjetoX() = default;

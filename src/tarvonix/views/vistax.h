@@ -8,14 +8,30 @@
 
 #include <memory>
 
+class QPainter;
+
 namespace tarvonix {
+
+class Dummy;
+class IMapaX;
+class Surface;
 
 /*!
     The base of the two views a frame can hold: the free-layout container
     ContenedorX and the leg view PiernaX.
 
-    It owns what both views do alike; each view keeps its own hit-testing,
-    drawing and gesture rules.
+    It owns what both views do alike: the selection, the rubber band, the
+    start of a drag that carries the holding frame's name as plain text,
+    scrolling the frame while a drag is near the visible rectangle's edges,
+    the press that turns into a band or a drag once the pointer is more than
+    5 units away, and the way from Qt's pointer and drag events to the view's
+    own steps. Each view keeps its own hit-testing, drawing and gesture rules.
+
+    The frame that holds the view is its parent widget. A FrameX is reached
+    through IFrameX; any other parent through the members "pActive",
+    "setActive", "isActive", "activate", "Resize", "hScroll", "vScroll" and
+    "Name" by name. Failures are reported with the view's own name
+    ("ContenedorX.MouseDown->", "PiernaX.dragOver->").
 */
 class TARVONIX_EXPORT VistaX : public QWidget, public IContenedorX
 {
@@ -29,8 +45,66 @@ public:
     //! The part of the view that its frame shows, in drawing units; a drag scrolls near its edges.
     Q_INVOKABLE void setViewPort(float left, float top, float right, float bottom);
 
+    // IContenedorX
+    void setRoot(IMapaX *root) override;
+    void setActivo(const ObjetoPtr &objeto, bool valor) override;
+    std::shared_ptr<Objetos> getSeleccionados() override;
+    void deseleccionarTodos() override;
+    //! Ignored unless the view moves its objects.
+    void setBloqueo(bool bloqueo) override;
+    //! Ignored unless the view places its objects freely.
+    void alinearHorizontal(const ObjetoPtr &referencia) override;
+    void alinearVertical(const ObjetoPtr &referencia) override;
+    void igualarDimension(const ObjetoPtr &referencia) override;
+    void distribuirHorizontal() override;
+    void distribuirVertical() override;
+
 protected:
-    explicit VistaX(QWidget *parent);
+    /*!
+        \a nombre is the view's class name, which labels its failures;
+        \a nombreBanda the name of the rubber band's Dummy child.
+    */
+    VistaX(const QString &nombre, const QString &nombreBanda, QWidget *parent);
+
+    //! "<view>.<operacion>->", the label of a trapped operation.
+    QString etiqueta(const char *operacion) const;
+    //! The root given with setRoot(); fails with Error::ObjectNotSet when there is none.
+    IMapaX &root() const;
+    //! The bound object; fails with Error::ObjectNotSet when there is none.
+    ObjetoPtr ligado();
+    Surface &superficie() const;
+
+    // The selection: each object's flag and the collection kept in step.
+    void seleccionarObjeto(const ObjetoPtr &objeto);
+    void alternar(const ObjetoPtr &objeto);
+    //! Clears every selected object's flag, redraws it and empties the selection.
+    void unselectAll();
+    //! How the view redraws one object whose selected or active flag changed.
+    virtual void redibujarObjeto(const ObjetoPtr &objeto) = 0;
+
+    // The frame.
+    bool framePActive();
+    //! The frame makes \a objeto active and answers the object the view takes as current.
+    ObjetoPtr frameSetActive(const ObjetoPtr &objeto);
+    //! The view changed its size: the frame fits itself to it.
+    void frameResize();
+    //! The frame's name, which a drag from this view carries.
+    QString frameName();
+
+    // Gestures.
+    QPointF puntoPulsado() const;
+    /*!
+        Whether the press turns into a band or a drag now: true once per
+        press, when the pointer has moved more than 5 units away from it.
+    */
+    bool tomarPulsacion(QPointF punto);
+    //! Starts the band at the pointer's threshold, or follows the pointer with it.
+    void seguirBanda(QPointF punto);
+    //! Shows the band between two corners, at least one pixel wide and high.
+    void mostrarBanda(QPointF desde, QPointF hasta);
+    Dummy &banda() const;
+    //! Starts a drag of \a texto, copy or move; \a cursorMover replaces the platform's move cursor.
+    void arrastrar(const QString &texto, const QPixmap &cursorMover = QPixmap());
 
     //! The rectangle last given to setViewPort().
     float viewLeft() const;
@@ -38,7 +112,49 @@ protected:
     float viewRight() const;
     float viewBottom() const;
 
+    /*!
+        Sets the text position for a text of size \a texto in the room
+        \a libre (the box less the view's margin): \a posicion AND 3 across
+        (0 centre, 1 right, 2 left), the whole part of \a posicion / 4 down
+        (0 middle, 1 top, 2 bottom); other codes leave that coordinate alone.
+    */
+    void colocarTexto(qint16 posicion, const QRectF &libre, QSizeF texto);
+
+    // The view's steps, called under the view's trap labels.
+    //! A press; the press point is already stored.
+    virtual void MouseDown(int button, int shift, QPointF punto) = 0;
+    //! A move with the left button down in the active frame.
+    virtual void MouseMove(int shift, QPointF punto) = 0;
+    //! The release of a band that enclosed \a rect; the band is already hidden.
+    virtual void soltarBanda(const QRect &rect) = 0;
+    //! A release that was no band, in the active frame.
+    virtual void soltarClick(int button, int shift, QPointF punto) = 0;
+    /*!
+        A drag of text over the view, once the frame is active: sets \a efecto
+        (the proposed action until then), which stands even when the step
+        fails later on.
+    */
+    virtual void dragOver(int shift, QPointF punto, Qt::DropAction &efecto) = 0;
+    //! A drop of \a texto; sets \a efecto as dragOver() does.
+    virtual void dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto) = 0;
+    //! The end of a drag started here, dropped or cancelled.
+    virtual void completeDrag();
+    //! Paints the exposed rectangle with superficie(), bound to \a painter.
+    virtual void pintar(QPainter &painter, const QRect &expuesto) = 0;
+
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
 private:
+    void activarFrame();
+    void desplazarFrame(Qt::Orientation sentido, qint16 paso);
+
     struct Private;
     std::unique_ptr<Private> d;
 };
