@@ -156,7 +156,7 @@ struct ContenedorX::Private
     qint32 dragX = 0, dragY = 0;
 
     ChildControls cajas; // the outline boxes of a move
-    qint16 borderStyle = BordeNinguno;
+    qint16 borderStyle = BorderNone;
     int invalidaciones = 0;
     std::unique_ptr<Ajuste> ajuste;
 };
@@ -229,7 +229,7 @@ void ContenedorX::pintar(QPainter &painter, const QRect &expuesto)
 {
     d->invalidaciones = 0;
     trap(QStringLiteral("ContenedorX.Paint->"), [&] { pintarHijos(expuesto); });
-    if (d->borderStyle == BordeSencillo) {
+    if (d->borderStyle == BorderSingle) {
         painter.setPen(QPen(palette().color(QPalette::WindowText), 0));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(0, 0, width() - 1, height() - 1);

@@ -2,6 +2,7 @@
 #define TARVONIX_CONTENEDORX_H
 
 #include <tarvonix/tarvonix_export.h>
+#include <tarvonix/platform/stylecodes.h>
 #include <tarvonix/views/vistax.h>
 
 #include <memory>
@@ -40,16 +41,10 @@ namespace tarvonix {
 class TARVONIX_EXPORT ContenedorX : public VistaX
 {
     Q_OBJECT
-    //! A Borde value: 0 none, 1 a single line around the control.
+    //! BorderNone (0) or BorderSingle (1), a single line around the control.
     Q_PROPERTY(qint16 BorderStyle READ BorderStyle WRITE setBorderStyle)
 
 public:
-    //! What BorderStyle draws around the control.
-    enum Borde : qint16 {
-        BordeNinguno = 0,
-        BordeSencillo = 1, //!< a single line
-    };
-
     explicit ContenedorX(QWidget *parent = nullptr);
     ~ContenedorX() override;
 

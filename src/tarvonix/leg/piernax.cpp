@@ -99,17 +99,17 @@ PiernaX::PiernaX(QWidget *parent)
 
     d->escalas = new etiquetas(this);
     d->escalas->setObjectName(QStringLiteral("escalas"));
-    d->escalas->setSentido(1);
+    d->escalas->setSentido(etiquetas::SentidoDown);
     d->escalas->setPrimero(4);
     d->escalas->setPaso(-1);
-    d->escalas->setOLEDropMode(1);
+    d->escalas->setOLEDropMode(etiquetas::OLEDropManual);
     d->escalas->setFont(fuenteEtiquetas);
     d->escalas->setGeometry(0, 0, 20, 84);
 
     Dummy &caja = banda();
     caja.setBackColor(blanco);
-    caja.setBackStyle(0);
-    caja.setBorderStyle(1);
+    caja.setBackStyle(BackTransparent);
+    caja.setBorderStyle(BorderSingle);
 
     connect(d->escalas, &etiquetas::Click, this, [this](int etiqueta) { escalasClick(etiqueta, false); });
     connect(d->escalas, &etiquetas::RightClick, this, [this](int etiqueta) { escalasClick(etiqueta, true); });
