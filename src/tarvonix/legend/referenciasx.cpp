@@ -28,6 +28,9 @@ struct ReferenciasX::Private
         : filas(lista)
     { }
 
+    //! The width of the border around the rows.
+    int borde() const { return borderStyle == BorderSingle ? 1 : 0; }
+
     Surface surface;
     qint16 borderStyle = defaultBorderStyle;
     std::shared_ptr<Referencias> referencias;
@@ -117,11 +120,6 @@ void ReferenciasX::setForeColor(qint32 colour)
     update();
 }
 
-int ReferenciasX::borde() const
-{
-    return d->borderStyle == BorderSingle ? 1 : 0;
-}
-
 void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
 {
     // Keep the list.
@@ -134,7 +132,7 @@ void ReferenciasX::setReferencias(const std::shared_ptr<Referencias> &lista)
         throw Error(Error::ObjectNotSet);
 
     // One row per key, stacked from the top.
-    const int b = borde();
+    const int b = d->borde();
     int arriba = 0;
     int masAncha = 0;
     auto claves = d->referencias->NewEnum();
@@ -198,7 +196,7 @@ void ReferenciasX::paintEvent(QPaintEvent *)
     QPainter painter(this);
     Surface::Painting painting(d->surface, painter);
     d->surface.clear(0, 0, width(), height());
-    if (borde() > 0) {
+    if (d->borde() > 0) {
         // Drawn in the fore colour, like the outlines of the rows' colour boxes.
         d->surface.setFillStyle(Surface::FillTransparent);
         d->surface.setDrawStyle(Surface::DrawSolid);

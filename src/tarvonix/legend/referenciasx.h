@@ -95,8 +95,6 @@ protected:
 private:
     struct Private;
     std::unique_ptr<Private> d;
-
-    int borde() const;
 };
 
 } // namespace tarvonix

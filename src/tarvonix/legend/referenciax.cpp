@@ -23,6 +23,14 @@ constexpr double margenDerecho = 7;
 
 struct ReferenciaX::Private
 {
+    explicit Private(ReferenciaX *owner)
+        : q(owner)
+    { }
+
+    void pintar();
+    void pasarAlContenedor(const char *evento);
+
+    ReferenciaX *const q;
     Surface surface;
     std::shared_ptr<Referencia> referencia;
     bool pulsado = false;
@@ -30,7 +38,7 @@ struct ReferenciaX::Private
 
 ReferenciaX::ReferenciaX(QWidget *parent)
     : QWidget(parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_unique<Private>(this))
 {
     d->surface.setBackColor(0xFFFFFF);
     d->surface.setForeColor(qint32(0x80000012)); // the system's button text
@@ -90,22 +98,7 @@ void ReferenciaX::paintEvent(QPaintEvent *)
     QPainter painter(this);
     Surface::Painting painting(d->surface, painter);
     d->surface.clear(0, 0, width(), height());
-    trap(QStringLiteral("ReferenciaX.UserControl_Paint->"), [this] { pintar(); });
-}
-
-void ReferenciaX::pintar()
-{
-    if (!d->referencia)
-        return;
-    const double alto = height();
-    // The text, centred on the height of an "X".
-    d->surface.setCurrentX(xTexto);
-    d->surface.setCurrentY((alto - d->surface.textHeight(QStringLiteral("X"))) / 2);
-    d->surface.print(d->referencia->getTexto());
-    // The colour box: outlined in the fore colour, filled solid with the key's colour.
-    const double y0 = (alto - 10) / 2;
-    d->surface.setFillColor(d->referencia->getColor());
-    d->surface.box(xCaja, y0, xCaja + ladoCaja, y0 + ladoCaja);
+    trap(QStringLiteral("ReferenciaX.UserControl_Paint->"), [this] { d->pintar(); });
 }
 
 void ReferenciaX::changeEvent(QEvent *event)
@@ -127,7 +120,7 @@ void ReferenciaX::mouseReleaseEvent(QMouseEvent *event)
         = d->pulsado && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint());
     d->pulsado = false;
     if (click)
-        pasarAlContenedor("Click");
+        d->pasarAlContenedor("Click");
 }
 
 void ReferenciaX::mouseDoubleClickEvent(QMouseEvent *event)
@@ -135,23 +128,38 @@ void ReferenciaX::mouseDoubleClickEvent(QMouseEvent *event)
     // The release that ends a double click is not a click of its own.
     d->pulsado = false;
     if (event->button() == Qt::LeftButton)
-        pasarAlContenedor("DblClick");
+        d->pasarAlContenedor("DblClick");
 }
 
-void ReferenciaX::pasarAlContenedor(const char *evento)
+void ReferenciaX::Private::pintar()
+{
+    if (!referencia)
+        return;
+    const double alto = q->height();
+    // The text, centred on the height of an "X".
+    surface.setCurrentX(xTexto);
+    surface.setCurrentY((alto - surface.textHeight(QStringLiteral("X"))) / 2);
+    surface.print(referencia->getTexto());
+    // The colour box: outlined in the fore colour, filled solid with the key's colour.
+    const double y0 = (alto - 10) / 2;
+    surface.setFillColor(referencia->getColor());
+    surface.box(xCaja, y0, xCaja + ladoCaja, y0 + ladoCaja);
+}
+
+void ReferenciaX::Private::pasarAlContenedor(const char *evento)
 {
     // The holding list raises the event; a row held by anything else stays silent.
-    if (auto *lista = qobject_cast<ReferenciasX *>(parentWidget())) {
+    if (auto *lista = qobject_cast<ReferenciasX *>(q->parentWidget())) {
         if (qstrcmp(evento, "DblClick") == 0)
-            Q_EMIT lista->DblClick(d->referencia);
+            Q_EMIT lista->DblClick(referencia);
         else
-            Q_EMIT lista->Click(d->referencia);
+            Q_EMIT lista->Click(referencia);
         return;
     }
     // A host may place a row on a form of its own that answers these events by name.
     trapSilently([&] {
-        LateBinding::call(parentWidget(), QString::fromLatin1(evento),
-                          { QVariant::fromValue(d->referencia) });
+        LateBinding::call(q->parentWidget(), QString::fromLatin1(evento),
+                          { QVariant::fromValue(referencia) });
     });
 }
 

@@ -66,9 +66,6 @@ protected:
 private:
     struct Private;
     std::unique_ptr<Private> d;
-
-    void pintar();
-    void pasarAlContenedor(const char *evento);
 };
 
 } // namespace tarvonix

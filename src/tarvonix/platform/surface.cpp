@@ -67,6 +67,10 @@ struct Surface::Private
     {
     }
 
+    QColor colour(qint32 value) const;
+    void drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style);
+    void applyShapeStyle();
+
     QPainter *painter = nullptr;
     QPalette palette;
     QFont font;
@@ -81,6 +85,38 @@ struct Surface::Private
     double currentX = 0;
     double currentY = 0;
 };
+
+QColor Surface::Private::colour(qint32 value) const
+{
+    return toQColor(value, palette);
+}
+
+void Surface::Private::drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style)
+{
+    if (!painter || (x1 == x2 && y1 == y2) || style == DrawInvisible)
+        return;
+    // Stop one pixel short of the end point along the longer axis.
+    const int dx = x2 - x1;
+    const int dy = y2 - y1;
+    if (std::abs(dx) >= std::abs(dy)) {
+        x2 -= sign(dx);
+        y2 = y1 + int(std::lround(double(x2 - x1) * dy / dx));
+    } else {
+        y2 -= sign(dy);
+        x2 = x1 + int(std::lround(double(y2 - y1) * dx / dy));
+    }
+    QPen pen(lineColour, 0, penStyle(style));
+    painter->setPen(pen);
+    painter->drawLine(x1, y1, x2, y2);
+}
+
+void Surface::Private::applyShapeStyle()
+{
+    painter->setPen(QPen(colour(foreColor), 0, penStyle(drawStyle)));
+    const Qt::BrushStyle style = brushStyle(fillStyle);
+    painter->setBrush(style == Qt::NoBrush ? QBrush() : QBrush(colour(fillColor), style));
+    painter->setBrushOrigin(0, 0);
+}
 
 Surface::Surface()
     : d(std::make_unique<Private>())
@@ -125,53 +161,21 @@ int Surface::pixel(double coordinate)
     return int(std::floor(coordinate + 0.5));
 }
 
-QColor Surface::colour(qint32 value) const
-{
-    return toQColor(value, d->palette);
-}
-
 void Surface::clear(double x, double y, double width, double height)
 {
     if (!d->painter)
         return;
-    d->painter->fillRect(QRect(pixel(x), pixel(y), pixel(width), pixel(height)), colour(d->backColor));
-}
-
-void Surface::drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style)
-{
-    if (!d->painter || (x1 == x2 && y1 == y2) || style == DrawInvisible)
-        return;
-    // Stop one pixel short of the end point along the longer axis.
-    const int dx = x2 - x1;
-    const int dy = y2 - y1;
-    if (std::abs(dx) >= std::abs(dy)) {
-        x2 -= sign(dx);
-        y2 = y1 + int(std::lround(double(x2 - x1) * dy / dx));
-    } else {
-        y2 -= sign(dy);
-        x2 = x1 + int(std::lround(double(y2 - y1) * dx / dy));
-    }
-    QPen pen(lineColour, 0, penStyle(style));
-    d->painter->setPen(pen);
-    d->painter->drawLine(x1, y1, x2, y2);
+    d->painter->fillRect(QRect(pixel(x), pixel(y), pixel(width), pixel(height)), d->colour(d->backColor));
 }
 
 void Surface::line(double x1, double y1, double x2, double y2)
 {
-    drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), colour(d->foreColor), d->drawStyle);
+    d->drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), d->colour(d->foreColor), d->drawStyle);
 }
 
 void Surface::line(double x1, double y1, double x2, double y2, qint32 lineColour)
 {
-    drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), colour(lineColour), DrawSolid);
-}
-
-void Surface::applyShapeStyle()
-{
-    d->painter->setPen(QPen(colour(d->foreColor), 0, penStyle(d->drawStyle)));
-    const Qt::BrushStyle style = brushStyle(d->fillStyle);
-    d->painter->setBrush(style == Qt::NoBrush ? QBrush() : QBrush(colour(d->fillColor), style));
-    d->painter->setBrushOrigin(0, 0);
+    d->drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), d->colour(lineColour), DrawSolid);
 }
 
 void Surface::box(double x1, double y1, double x2, double y2)
@@ -181,7 +185,7 @@ void Surface::box(double x1, double y1, double x2, double y2)
     const int left = std::min(pixel(x1), pixel(x2));
     const int top = std::min(pixel(y1), pixel(y2));
     const QRect corners(QPoint(left, top), QPoint(std::max(pixel(x1), pixel(x2)), std::max(pixel(y1), pixel(y2))));
-    applyShapeStyle();
+    d->applyShapeStyle();
     // The fill covers every pixel between the corners; the outline goes over its border.
     if (d->painter->brush().style() != Qt::NoBrush)
         d->painter->fillRect(corners, d->painter->brush());
@@ -193,7 +197,7 @@ void Surface::circle(double centreX, double centreY, double radius)
 {
     if (!d->painter || !(radius >= 0))
         return;
-    applyShapeStyle();
+    d->applyShapeStyle();
     const double r = std::min(radius, 1.0e7);
     d->painter->drawEllipse(QPointF(pixel(centreX), pixel(centreY)), r, r);
 }
@@ -209,7 +213,7 @@ void Surface::print(const QString &text)
 {
     if (d->painter) {
         d->painter->setFont(d->fuenteImpresa);
-        d->painter->setPen(colour(d->foreColor));
+        d->painter->setPen(d->colour(d->foreColor));
         d->painter->drawText(QPoint(pixel(d->currentX), pixel(d->currentY) + d->medidas.ascent()), text);
     }
     d->currentY += textHeight(text);

@@ -118,10 +118,6 @@ public:
     static int pixel(double coordinate);
 
 private:
-    QColor colour(qint32 colour) const;
-    void drawLine(int x1, int y1, int x2, int y2, const QColor &colour, int style);
-    void applyShapeStyle();
-
     struct Private;
     std::unique_ptr<Private> d;
 };

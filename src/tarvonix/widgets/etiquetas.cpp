@@ -1,8 +1,8 @@
 #include <tarvonix/widgets/etiquetas.h>
 
+#include <tarvonix/core/error.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/platform/colorconversion.h>
-#include <tarvonix/core/error.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/propertybag.h>
@@ -44,6 +44,19 @@ constexpr double radioArrastre2 = 25;
 
 struct etiquetas::Private
 {
+    explicit Private(etiquetas *owner)
+        : q(owner)
+    { }
+
+    void pintar();
+    void pintarAcross(qint32 sombra);
+    void pintarDown(qint32 sombra);
+    void dibujarRelieve(int etiqueta, qint32 colour);
+    void dibujarPresionada(int etiqueta, bool hundida);
+    double coordenada(const QPointF &punto) const;
+    QString rotulo(qint64 numero) const;
+
+    etiquetas *const q;
     Surface surface;
     qint16 sentido = defaultSentido;
     float separacion = defaultSeparacion;
@@ -62,7 +75,7 @@ struct etiquetas::Private
 
 etiquetas::etiquetas(QWidget *parent)
     : QWidget(parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_unique<Private>(this))
 {
     resize(tamanoDiseno);
     // Drags are always taken, so that a strip that refuses them does not pass them to the control beneath.
@@ -70,6 +83,121 @@ etiquetas::etiquetas(QWidget *parent)
 }
 
 etiquetas::~etiquetas() = default;
+
+void etiquetas::Private::pintar()
+{
+    surface.setFont(q->font());
+    surface.setBackColor(backColor);
+    surface.clear(0, 0, q->width(), q->height());
+    // The shade for separators and outline. A system colour is shaded as the colour it shows.
+    const qint32 fondo
+        = isSystemColour(backColor) ? fromQColor(toQColor(backColor, q->palette())) : backColor;
+    const qint32 sombra = Color::sombrearColor(fondo, 0.7);
+    // The outline.
+    surface.setForeColor(sombra);
+    surface.setFillStyle(Surface::FillTransparent);
+    surface.setDrawStyle(Surface::DrawSolid);
+    surface.box(0, 0, q->width() - 1, q->height() - 1);
+    surface.setForeColor(foreColor);
+    // Slots narrower than a pixel would never reach the end of the strip.
+    if (!(double(separacion) + 1 >= 1))
+        throw Error(Error::InvalidArgument);
+    // The slots, with their separators and labels.
+    if (sentido == SentidoAcross)
+        pintarAcross(sombra);
+    else
+        pintarDown(sombra);
+    // The sunken slot, while a button is held on it.
+    if (efecto && presionada > 0)
+        dibujarRelieve(presionada, negro);
+}
+
+void etiquetas::Private::pintarAcross(qint32 sombra)
+{
+    const double ranura = separacion; // the inside of a slot, in double like the other lengths
+    const double w = q->width();
+    const double h = q->height();
+    // One text row for every slot.
+    const double fila = (h - surface.textHeight(QStringLiteral("1"))) / 2;
+    // The top highlight.
+    surface.line(0, 1, w - 1, 1, blanco);
+    // Separator, highlight and label of each slot, to the end of the control.
+    qint64 numero = primero;
+    for (qint64 i = 0;; ++i) {
+        const double pos = double(i) * (ranura + 1);
+        if (!(pos <= w))
+            break;
+        surface.line(pos, 0, pos, h - 1, sombra);
+        surface.line(pos + 1, 1, pos + 1, h - 1, blanco);
+        const QString rotulado = rotulo(numero);
+        const double ancho = surface.textWidth(rotulado);
+        if (ancho < ranura && surface.textHeight(rotulado) < h) {
+            surface.setCurrentX(pos + (ranura - ancho) / 2);
+            surface.setCurrentY(fila);
+            surface.print(rotulado);
+        }
+        numero += paso;
+    }
+}
+
+void etiquetas::Private::pintarDown(qint32 sombra)
+{
+    const double ranura = separacion; // the inside of a slot, in double like the other lengths
+    const double w = q->width();
+    const double h = q->height();
+    // The left highlight.
+    surface.line(1, 0, 1, h - 1, blanco);
+    // Separator, highlight and label of each slot, to the end of the control.
+    qint64 numero = primero;
+    for (qint64 i = 0;; ++i) {
+        const double pos = double(i) * (ranura + 1);
+        if (!(pos <= h))
+            break;
+        surface.line(0, pos, w - 1, pos, sombra);
+        surface.line(1, pos + 1, w - 1, pos + 1, blanco);
+        const QString rotulado = rotulo(numero);
+        const double ancho = surface.textWidth(rotulado);
+        const double alto = surface.textHeight(rotulado);
+        if (alto < ranura && ancho < w) {
+            surface.setCurrentX((w - ancho) / 2);
+            surface.setCurrentY(pos + (ranura - alto) / 2);
+            surface.print(rotulado);
+        }
+        numero += paso;
+    }
+}
+
+void etiquetas::Private::dibujarRelieve(int etiqueta, qint32 colour)
+{
+    const double ranura = separacion; // the inside of a slot, in double like the other lengths
+    const double a = (ranura + 1) * (etiqueta - 1) + 1;
+    if (sentido != SentidoAcross) {
+        surface.line(1, a, 1, a + ranura, colour);
+        surface.line(1, a, q->width() - 1, a, colour);
+    } else {
+        surface.line(a, 1, a, q->height() - 1, colour);
+        surface.line(a, 1, a + ranura, 1, colour);
+    }
+}
+
+void etiquetas::Private::dibujarPresionada(int etiqueta, bool hundida)
+{
+    if (!efecto)
+        return;
+    // Released, a slot looks as the plain paint draws it; pressed, the paint sinks it.
+    presionada = hundida ? etiqueta : 0;
+    q->update();
+}
+
+double etiquetas::Private::coordenada(const QPointF &punto) const
+{
+    return sentido == SentidoAcross ? punto.x() : punto.y();
+}
+
+QString etiquetas::Private::rotulo(qint64 numero) const
+{
+    return numerar ? QString::number(numero) : texto;
+}
 
 void etiquetas::setSentido(qint16 sentido)
 {
@@ -137,16 +265,6 @@ int etiquetas::etiquetaEn(double coordenada) const
     return int(etiqueta);
 }
 
-double etiquetas::coordenada(const QPointF &punto) const
-{
-    return d->sentido == SentidoAcross ? punto.x() : punto.y();
-}
-
-QString etiquetas::rotulo(qint64 numero) const
-{
-    return d->numerar ? QString::number(numero) : d->texto;
-}
-
 // ---------------------------------------------------------------------------
 // Paint
 
@@ -154,112 +272,7 @@ void etiquetas::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     Surface::Painting painting(d->surface, painter);
-    trap(QStringLiteral("Etiquetas.UserControl_Paint->"), [this] { pintar(); });
-}
-
-void etiquetas::pintar()
-{
-    d->surface.setFont(font());
-    d->surface.setBackColor(d->backColor);
-    d->surface.clear(0, 0, width(), height());
-    // The shade for separators and outline. A system colour is shaded as the colour it shows.
-    const qint32 fondo
-        = isSystemColour(d->backColor) ? fromQColor(toQColor(d->backColor, palette())) : d->backColor;
-    const qint32 sombra = Color::sombrearColor(fondo, 0.7);
-    // The outline.
-    d->surface.setForeColor(sombra);
-    d->surface.setFillStyle(Surface::FillTransparent);
-    d->surface.setDrawStyle(Surface::DrawSolid);
-    d->surface.box(0, 0, width() - 1, height() - 1);
-    d->surface.setForeColor(d->foreColor);
-    // Slots narrower than a pixel would never reach the end of the strip.
-    if (!(double(d->separacion) + 1 >= 1))
-        throw Error(Error::InvalidArgument);
-    // 3./4. The slots.
-    if (d->sentido == SentidoAcross)
-        pintarAcross(sombra);
-    else
-        pintarDown(sombra);
-    // The sunken slot, while a button is held on it.
-    if (d->efecto && d->presionada > 0)
-        dibujarRelieve(d->presionada, negro);
-}
-
-void etiquetas::pintarAcross(qint32 sombra)
-{
-    const double w = width();
-    const double h = height();
-    const double separacion = d->separacion;
-    // One text row for every slot.
-    const double fila = (h - d->surface.textHeight(QStringLiteral("1"))) / 2;
-    // The top highlight.
-    d->surface.line(0, 1, w - 1, 1, blanco);
-    // Separator, highlight and label of each slot, to the end of the control.
-    qint64 numero = d->primero;
-    for (qint64 i = 0;; ++i) {
-        const double pos = double(i) * (separacion + 1);
-        if (!(pos <= w))
-            break;
-        d->surface.line(pos, 0, pos, h - 1, sombra);
-        d->surface.line(pos + 1, 1, pos + 1, h - 1, blanco);
-        const QString texto = rotulo(numero);
-        const double ancho = d->surface.textWidth(texto);
-        if (ancho < separacion && d->surface.textHeight(texto) < h) {
-            d->surface.setCurrentX(pos + (separacion - ancho) / 2);
-            d->surface.setCurrentY(fila);
-            d->surface.print(texto);
-        }
-        numero += d->paso;
-    }
-}
-
-void etiquetas::pintarDown(qint32 sombra)
-{
-    const double w = width();
-    const double h = height();
-    const double separacion = d->separacion;
-    // The left highlight.
-    d->surface.line(1, 0, 1, h - 1, blanco);
-    // Separator, highlight and label of each slot, to the end of the control.
-    qint64 numero = d->primero;
-    for (qint64 i = 0;; ++i) {
-        const double pos = double(i) * (separacion + 1);
-        if (!(pos <= h))
-            break;
-        d->surface.line(0, pos, w - 1, pos, sombra);
-        d->surface.line(1, pos + 1, w - 1, pos + 1, blanco);
-        const QString texto = rotulo(numero);
-        const double ancho = d->surface.textWidth(texto);
-        const double alto = d->surface.textHeight(texto);
-        if (alto < separacion && ancho < w) {
-            d->surface.setCurrentX((w - ancho) / 2);
-            d->surface.setCurrentY(pos + (separacion - alto) / 2);
-            d->surface.print(texto);
-        }
-        numero += d->paso;
-    }
-}
-
-void etiquetas::dibujarRelieve(int etiqueta, qint32 colour)
-{
-    const double separacion = d->separacion;
-    const double a = (separacion + 1) * (etiqueta - 1) + 1;
-    if (d->sentido != SentidoAcross) {
-        d->surface.line(1, a, 1, a + separacion, colour);
-        d->surface.line(1, a, width() - 1, a, colour);
-    } else {
-        d->surface.line(a, 1, a, height() - 1, colour);
-        d->surface.line(a, 1, a + separacion, 1, colour);
-    }
-}
-
-void etiquetas::dibujarPresionada(int etiqueta, bool presionada)
-{
-    if (!d->efecto)
-        return;
-    // Released, a slot looks as the plain paint draws it; pressed, the paint sinks it.
-    d->presionada = presionada ? etiqueta : 0;
-    update();
+    trap(QStringLiteral("Etiquetas.UserControl_Paint->"), [this] { d->pintar(); });
 }
 
 // ---------------------------------------------------------------------------
@@ -271,8 +284,8 @@ void etiquetas::mousePressEvent(QMouseEvent *event)
     const int button = mouseButton(event->button());
     trap(QStringLiteral("Etiquetas.UserControl_MouseDown->"), [&] {
         // Sink the slot, report it, remember where.
-        const int etiqueta = etiquetaEn(coordenada(punto));
-        dibujarPresionada(etiqueta, true);
+        const int etiqueta = etiquetaEn(d->coordenada(punto));
+        d->dibujarPresionada(etiqueta, true);
         if (button == LeftButton)
             Q_EMIT Click(etiqueta);
         else if (button == RightButton)
@@ -291,11 +304,11 @@ void etiquetas::mouseMoveEvent(QMouseEvent *event)
     trap(QStringLiteral("Etiquetas.UserControl_MouseMove->"), [&] {
         // Raise the slot again, and start a drag once the pointer left the press point.
         if (d->presionada != 0)
-            dibujarPresionada(d->presionada, false);
+            d->dibujarPresionada(d->presionada, false);
         const double dx = punto.x() - d->downX;
         const double dy = punto.y() - d->downY;
         if (buttons.testFlag(Qt::LeftButton) && dx * dx + dy * dy > radioArrastre2)
-            Q_EMIT OLEStartDrag(float(punto.x()), float(punto.y()), etiquetaEn(coordenada(punto)));
+            Q_EMIT OLEStartDrag(float(punto.x()), float(punto.y()), etiquetaEn(d->coordenada(punto)));
     });
 }
 
@@ -303,7 +316,7 @@ void etiquetas::mouseReleaseEvent(QMouseEvent *event)
 {
     const QPointF punto = event->position();
     trap(QStringLiteral("Etiquetas.UserControl_MouseUp->"),
-         [&] { dibujarPresionada(etiquetaEn(coordenada(punto)), false); });
+         [&] { d->dibujarPresionada(etiquetaEn(d->coordenada(punto)), false); });
 }
 
 void etiquetas::mouseDoubleClickEvent(QMouseEvent *)
@@ -336,7 +349,7 @@ void etiquetas::dropEvent(QDropEvent *event)
     trap(QStringLiteral("Etiquetas.UserControl_OLEDragDrop->"), [&] {
         Q_EMIT OLEDragDrop(event->mimeData(), &effect, mouseButton(event->buttons()),
                            shiftState(event->modifiers()), float(punto.x()), float(punto.y()),
-                           etiquetaEn(coordenada(punto)));
+                           etiquetaEn(d->coordenada(punto)));
     });
     DragRunner::answer(event, DragRunner::action(effect));
 }

@@ -144,14 +144,6 @@ protected:
 private:
     struct Private;
     std::unique_ptr<Private> d;
-
-    void pintar();
-    void pintarAcross(qint32 sombra);
-    void pintarDown(qint32 sombra);
-    QString rotulo(qint64 numero) const;
-    void dibujarPresionada(int etiqueta, bool presionada);
-    void dibujarRelieve(int etiqueta, qint32 colour);
-    double coordenada(const QPointF &punto) const;
 };
 
 } // namespace tarvonix
