@@ -1,13 +1,13 @@
 #include <tarvonix/map/framerefx.h>
 
-#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/map/barratitulo_p.h>
 #include <tarvonix/map/mapax.h>
-#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/iobjeto.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/latebinding.h>
+#include <tarvonix/views/imapax.h>
+#include <tarvonix/widgets/etiquetas.h>
 
 namespace tarvonix {
 
@@ -24,10 +24,17 @@ constexpr QRect rectLista(0, 20, 268, 201);
 struct FrameRefX::Private
 {
     explicit Private(FrameRefX *frame)
-        : barra(frame, anchoBoton)
-    {
-    }
+        : q(frame)
+        , barra(frame, anchoBoton)
+    { }
 
+    void ajustarALista();
+    void distribuir();
+    void minimizar();
+    void activarSiHaceFalta();
+    void iniciarMovimiento(float x, float y);
+
+    FrameRefX *const q;
     BarraTitulo barra;
     ReferenciasX *refx = nullptr;
     IMapaX *root = nullptr;
@@ -46,15 +53,18 @@ FrameRefX::FrameRefX(QWidget *parent)
     d->refx->resize(rectLista.size());
 
     etiquetas *titulo = d->barra.titulo();
-    connect(titulo, &etiquetas::Click, this, &FrameRefX::activarSiHaceFalta);
+    const auto activarSiHaceFalta = [this] {
+        d->activarSiHaceFalta();
+    };
+    connect(titulo, &etiquetas::Click, this, activarSiHaceFalta);
     connect(titulo, &etiquetas::OLEStartDrag, this, [this](float x, float y, int) {
-        trap(QStringLiteral("FrameRefX.titulo.OLEStartDrag->"), [&] { iniciarMovimiento(x, y); });
+        trap(QStringLiteral("FrameRefX.titulo.OLEStartDrag->"), [&] { d->iniciarMovimiento(x, y); });
     });
-    for (etiquetas *etiqueta : {titulo, d->barra.mini(), d->barra.cerrar()})
-        connect(etiqueta, &etiquetas::RightClick, this, &FrameRefX::activarSiHaceFalta);
-    connect(d->refx, &ReferenciasX::Click, this, &FrameRefX::activarSiHaceFalta);
-    connect(d->refx, &ReferenciasX::DblClick, this, &FrameRefX::activarSiHaceFalta);
-    connect(d->refx, &ReferenciasX::Resize, this, &FrameRefX::ajustarALista);
+    for (etiquetas *etiqueta : { titulo, d->barra.mini(), d->barra.cerrar() })
+        connect(etiqueta, &etiquetas::RightClick, this, activarSiHaceFalta);
+    connect(d->refx, &ReferenciasX::Click, this, activarSiHaceFalta);
+    connect(d->refx, &ReferenciasX::DblClick, this, activarSiHaceFalta);
+    connect(d->refx, &ReferenciasX::Resize, this, [this] { d->ajustarALista(); });
     // What the pointer starts is trapped here: no failure may leave a mouse handler.
     connect(d->barra.cerrar(), &etiquetas::Click, this, [this] {
         trap(QStringLiteral("FrameRefX.cerrar.Click->"), [this] {
@@ -62,13 +72,14 @@ FrameRefX::FrameRefX(QWidget *parent)
             if (auto *mapa = qobject_cast<MapaX *>(parentWidget()))
                 mapa->remove(nullptr);
             else // a host's own parent offers the removal by name
-                LateBinding::call(parentWidget(), QStringLiteral("remove"), {QVariant::fromValue<ObjetoPtr>(nullptr)});
+                LateBinding::call(parentWidget(), QStringLiteral("remove"),
+                                  { QVariant::fromValue<ObjetoPtr>(nullptr) });
         });
     });
     connect(d->barra.mini(), &etiquetas::Click, this,
-            [this] { trap(QStringLiteral("FrameRefX.Minimizar->"), [this] { minimizar(); }); });
+            [this] { trap(QStringLiteral("FrameRefX.Minimizar->"), [this] { d->minimizar(); }); });
 
-    distribuir();
+    d->distribuir();
     d->barra.alFrente();
 }
 
@@ -77,9 +88,7 @@ FrameRefX::~FrameRefX()
     d->root = nullptr;
 }
 
-void FrameRefX::setMaxViewPort(double, double)
-{
-}
+void FrameRefX::setMaxViewPort(double, double) { }
 
 float FrameRefX::getDragX() const
 {
@@ -119,10 +128,10 @@ bool FrameRefX::isActive() const
     return d->active;
 }
 
-void FrameRefX::activarSiHaceFalta()
+void FrameRefX::Private::activarSiHaceFalta()
 {
-    if (!d->active)
-        activate();
+    if (!active)
+        q->activate();
 }
 
 void FrameRefX::setReferencias(const std::shared_ptr<Referencias> &ref)
@@ -130,47 +139,47 @@ void FrameRefX::setReferencias(const std::shared_ptr<Referencias> &ref)
     d->refx->setReferencias(ref);
 }
 
-void FrameRefX::ajustarALista()
+void FrameRefX::Private::ajustarALista()
 {
     // The list and the border around it, never narrower than the smallest legend.
-    const int W = qMax(BarraTitulo::izquierda(d->refx) + d->refx->width() + 2 * BarraTitulo::borde, anchoMinimo);
-    const int H = BarraTitulo::arriba(d->refx) + d->refx->height() + 2 * BarraTitulo::borde;
+    const int W = qMax(BarraTitulo::izquierda(refx) + refx->width() + 2 * BarraTitulo::borde, anchoMinimo);
+    const int H = BarraTitulo::arriba(refx) + refx->height() + 2 * BarraTitulo::borde;
     // A legend that grew asks the map to bring it into view.
-    const bool crece = width() < W || height() < H;
-    resize(W, H);
+    const bool crece = q->width() < W || q->height() < H;
+    q->resize(W, H);
     distribuir(); // a hidden legend gets no resize event until it shows
-    if (crece && d->root)
-        d->root->ensureVisible(this);
+    if (crece && root)
+        root->ensureVisible(q);
 }
 
 void FrameRefX::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    distribuir();
+    d->distribuir();
 }
 
-void FrameRefX::distribuir()
+void FrameRefX::Private::distribuir()
 {
-    d->barra.distribuir(width() - 2 * BarraTitulo::borde);
+    barra.distribuir(q->width() - 2 * BarraTitulo::borde);
 }
 
-void FrameRefX::minimizar()
+void FrameRefX::Private::minimizar()
 {
-    if (!d->barra.minimizado()) {
-        activate();
-        d->barra.alternarMinimizado();
+    if (!barra.minimizado()) {
+        q->activate();
+        barra.alternarMinimizado();
     } else {
-        d->barra.alternarMinimizado();
-        activate();
-        if (d->root)
-            d->root->ensureVisible(this);
+        barra.alternarMinimizado();
+        q->activate();
+        if (root)
+            root->ensureVisible(q);
     }
 }
 
-void FrameRefX::iniciarMovimiento(float x, float y)
+void FrameRefX::Private::iniciarMovimiento(float x, float y)
 {
-    if (d->active)
-        d->barra.iniciarMovimiento(x, y);
+    if (active)
+        barra.iniciarMovimiento(x, y);
 }
 
 } // namespace tarvonix

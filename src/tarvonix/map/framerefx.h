@@ -54,12 +54,6 @@ protected:
 private:
     struct Private;
     std::unique_ptr<Private> d;
-
-    void ajustarALista();
-    void distribuir();
-    void minimizar();
-    void activarSiHaceFalta();
-    void iniciarMovimiento(float x, float y);
 };
 
 } // namespace tarvonix

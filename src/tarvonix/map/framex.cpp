@@ -1,15 +1,15 @@
 #include <tarvonix/map/framex.h>
 
-#include <tarvonix/widgets/dummy.h>
-#include <tarvonix/widgets/etiquetas.h>
+#include <tarvonix/core/error.h>
+#include <tarvonix/core/int16.h>
 #include <tarvonix/map/barratitulo_p.h>
-#include <tarvonix/views/imapax.h>
-#include <tarvonix/views/vistax.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/childcontrols.h>
-#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
-#include <tarvonix/core/int16.h>
+#include <tarvonix/views/imapax.h>
+#include <tarvonix/views/vistax.h>
+#include <tarvonix/widgets/dummy.h>
+#include <tarvonix/widgets/etiquetas.h>
 
 #include <QEvent>
 #include <QScrollBar>
@@ -51,11 +51,23 @@ QString codigoDe(const ObjetoPtr &obj)
 struct FrameX::Private
 {
     explicit Private(FrameX *frame)
-        : barra(frame, anchoBoton)
+        : q(frame)
+        , barra(frame, anchoBoton)
         , controles(frame)
-    {
-    }
+    { }
 
+    // The contract of "conten" and the map, failing when there is none.
+    IContenedorX &contrato() const;
+    IMapaX &mapa() const;
+    void ensureVisible(QWidget *micontrol);
+    void distribuir();
+    void minimizar();
+    void alCambiarHoriz(int valor);
+    void alCambiarVert(int valor);
+    void iniciarMovimiento(float x, float y);
+    void clicDerecho();
+
+    FrameX *const q;
     BarraTitulo barra;
     ChildControls controles;
     QScrollBar *vert = nullptr;
@@ -99,7 +111,7 @@ FrameX::FrameX(QWidget *parent)
     d->esquina->setBackColor(caraDeBoton);
     d->esquina->setBorderStyle(BorderNone);
     d->esquina->resize(anchoBarra, anchoBarra);
-    for (QScrollBar *barra : {d->vert, d->horiz}) {
+    for (QScrollBar *barra : { d->vert, d->horiz }) {
         barra->setSingleStep(pasoScroll);
         barra->setMaximum(0);
         barra->hide();
@@ -108,8 +120,8 @@ FrameX::FrameX(QWidget *parent)
     }
     d->esquina->hide();
 
-    connect(d->horiz, &QScrollBar::valueChanged, this, &FrameX::alCambiarHoriz);
-    connect(d->vert, &QScrollBar::valueChanged, this, &FrameX::alCambiarVert);
+    connect(d->horiz, &QScrollBar::valueChanged, this, [this](int valor) { d->alCambiarHoriz(valor); });
+    connect(d->vert, &QScrollBar::valueChanged, this, [this](int valor) { d->alCambiarVert(valor); });
 
     etiquetas *titulo = d->barra.titulo();
     connect(titulo, &etiquetas::Click, this, [this] {
@@ -118,15 +130,16 @@ FrameX::FrameX(QWidget *parent)
                 setActive(d->objetoActivo);
         });
     });
-    connect(titulo, &etiquetas::OLEStartDrag, this, [this](float x, float y, int) { iniciarMovimiento(x, y); });
-    for (etiquetas *etiqueta : {titulo, d->barra.mini(), d->barra.cerrar()})
-        connect(etiqueta, &etiquetas::RightClick, this, &FrameX::clicDerecho);
+    connect(titulo, &etiquetas::OLEStartDrag, this,
+            [this](float x, float y, int) { d->iniciarMovimiento(x, y); });
+    for (etiquetas *etiqueta : { titulo, d->barra.mini(), d->barra.cerrar() })
+        connect(etiqueta, &etiquetas::RightClick, this, [this] { d->clicDerecho(); });
     connect(d->barra.cerrar(), &etiquetas::Click, this, [this] {
-        trap(QStringLiteral("FrameX.cerrar.Click->"), [this] { root().remove(d->objeto); });
+        trap(QStringLiteral("FrameX.cerrar.Click->"), [this] { d->mapa().remove(d->objeto); });
     });
-    connect(d->barra.mini(), &etiquetas::Click, this, &FrameX::minimizar);
+    connect(d->barra.mini(), &etiquetas::Click, this, [this] { d->minimizar(); });
 
-    distribuir();
+    d->distribuir();
     d->barra.alFrente();
 }
 
@@ -150,21 +163,21 @@ IContenedorX *FrameX::cast()
     return this;
 }
 
-IContenedorX &FrameX::contenedor() const
+IContenedorX &FrameX::Private::contrato() const
 {
-    if (!d->conten)
+    if (!conten)
         throw Error(Error::ObjectNotSet);
     // A contained control without the contract fails as a call of its "cast" would.
-    if (!d->contenedor)
+    if (!contenedor)
         throw Error(Error::MemberNotSupported);
-    return *d->contenedor;
+    return *contenedor;
 }
 
-IMapaX &FrameX::root() const
+IMapaX &FrameX::Private::mapa() const
 {
-    if (!d->root)
+    if (!root)
         throw Error(Error::ObjectNotSet);
-    return *d->root;
+    return *root;
 }
 
 void FrameX::setMaxViewPort(double x, double y)
@@ -173,7 +186,7 @@ void FrameX::setMaxViewPort(double x, double y)
         d->maxX = x;
         d->maxY = y;
         if (d->conten)
-            ensureVisible(d->conten);
+            d->ensureVisible(d->conten);
     });
 }
 
@@ -191,12 +204,12 @@ ObjetoPtr FrameX::setActive(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("FrameX.setActive->"), [&] {
         if (d->pActive) {
-            root().setActive(obj, this, IMapaX::ObjetoActivo);
+            d->mapa().setActive(obj, this, IMapaX::ObjetoActivo);
             if (codigoDe(obj) != codigoDe(d->objetoActivo)) {
-                contenedor().setActivo(d->objetoActivo, false);
+                d->contrato().setActivo(d->objetoActivo, false);
                 d->objetoActivo = obj;
             }
-            contenedor().setActivo(obj, true);
+            d->contrato().setActivo(obj, true);
         } else {
             d->objetoActivo = obj;
             setActivo(nullptr, true);
@@ -207,7 +220,7 @@ ObjetoPtr FrameX::setActive(const ObjetoPtr &obj)
 
 void FrameX::Resize(QWidget *micontrol)
 {
-    trap(QStringLiteral("FrameX.Resize->"), [&] { ensureVisible(micontrol); });
+    trap(QStringLiteral("FrameX.Resize->"), [&] { d->ensureVisible(micontrol); });
 }
 
 void FrameX::Icontenedorx_refrescar()
@@ -285,8 +298,9 @@ void FrameX::setObjeto(const ObjetoPtr &objeto)
             }
         }
         // A leg view for a leg, a free-layout container for anything else.
-        const QString clase = objeto->getTipo() == QLatin1String("P") ? QStringLiteral("Tarvonix.PiernaX")
-                                                                      : QStringLiteral("Tarvonix.ContenedorX");
+        const QString clase = objeto->getTipo() == QLatin1String("P")
+            ? QStringLiteral("Tarvonix.PiernaX")
+            : QStringLiteral("Tarvonix.ContenedorX");
         d->conten = d->controles.add(clase, nombreConten);
         d->contenedor = dynamic_cast<IContenedorX *>(d->conten.data());
         d->vista = dynamic_cast<VistaX *>(d->conten.data());
@@ -295,14 +309,14 @@ void FrameX::setObjeto(const ObjetoPtr &objeto)
         d->esquina->raise();
         d->barra.alFrente();
         // The container gets the root, the object and the scale, in that order.
-        IContenedorX &contrato = contenedor();
+        IContenedorX &contrato = d->contrato();
         contrato.setRoot(d->root);
         contrato.setObjeto(objeto);
         contrato.setEscala(d->escala);
         // Below the title, fitted, then shown with the object's description as the title.
         d->objetoActivo = objeto;
         BarraTitulo::colocar(d->conten, 1, BarraTitulo::altoTitulo + 1);
-        ensureVisible(d->conten);
+        d->ensureVisible(d->conten);
         d->conten->show();
         d->objeto = objeto;
         d->barra.setTexto(objeto->getDescripcion());
@@ -328,10 +342,10 @@ void FrameX::setActivo(const ObjetoPtr &objeto, bool valor)
         d->horiz->setEnabled(valor);
         if (valor && !isHidden() && isEnabled()) {
             raise();
-            root().setActive(nullptr, this, IMapaX::FrameActivo);
+            d->mapa().setActive(nullptr, this, IMapaX::FrameActivo);
         }
         if (d->conten)
-            contenedor().setActivo(objeto, valor);
+            d->contrato().setActivo(objeto, valor);
     });
 }
 
@@ -339,189 +353,193 @@ std::shared_ptr<Objetos> FrameX::getSeleccionados()
 {
     std::shared_ptr<Objetos> seleccionados;
     trap(QStringLiteral("FrameX.IContenedorX_getSeleccionados->"),
-         [&] { seleccionados = contenedor().getSeleccionados(); });
+         [&] { seleccionados = d->contrato().getSeleccionados(); });
     return seleccionados;
 }
 
 void FrameX::refrescar()
 {
-    trap(QStringLiteral("FrameX.IContenedorX_refrescar->"), [&] { contenedor().refrescar(); });
+    trap(QStringLiteral("FrameX.IContenedorX_refrescar->"), [&] { d->contrato().refrescar(); });
 }
 
 void FrameX::setEscala(float escala)
 {
     trap(QStringLiteral("FrameX.IContenedorX_setEscala->"), [&] {
         d->escala = escala;
-        contenedor().setEscala(escala);
+        d->contrato().setEscala(escala);
     });
 }
 
 void FrameX::setBloqueo(bool bloqueo)
 {
-    trap(QStringLiteral("FrameX.IContenedorX_setBloqueo->"), [&] { contenedor().setBloqueo(bloqueo); });
+    trap(QStringLiteral("FrameX.IContenedorX_setBloqueo->"), [&] { d->contrato().setBloqueo(bloqueo); });
 }
 
 void FrameX::alinearHorizontal(const ObjetoPtr &referencia)
 {
     trap(QStringLiteral("FrameX.IContenedorX_alinearHorizontal->"),
-         [&] { contenedor().alinearHorizontal(referencia); });
+         [&] { d->contrato().alinearHorizontal(referencia); });
 }
 
 void FrameX::alinearVertical(const ObjetoPtr &referencia)
 {
-    trap(QStringLiteral("FrameX.IContenedorX_alinearVertical->"), [&] { contenedor().alinearVertical(referencia); });
+    trap(QStringLiteral("FrameX.IContenedorX_alinearVertical->"),
+         [&] { d->contrato().alinearVertical(referencia); });
 }
 
 void FrameX::igualarDimension(const ObjetoPtr &referencia)
 {
     trap(QStringLiteral("FrameX.IContenedorX_igualarDimension->"),
-         [&] { contenedor().igualarDimension(referencia); });
+         [&] { d->contrato().igualarDimension(referencia); });
 }
 
 void FrameX::distribuirHorizontal()
 {
-    trap(QStringLiteral("FrameX.IContenedorX_distribuirHorizontal->"), [&] { contenedor().distribuirHorizontal(); });
+    trap(QStringLiteral("FrameX.IContenedorX_distribuirHorizontal->"),
+         [&] { d->contrato().distribuirHorizontal(); });
 }
 
 void FrameX::distribuirVertical()
 {
-    trap(QStringLiteral("FrameX.IContenedorX_distribuirVertical->"), [&] { contenedor().distribuirVertical(); });
+    trap(QStringLiteral("FrameX.IContenedorX_distribuirVertical->"),
+         [&] { d->contrato().distribuirVertical(); });
 }
 
 void FrameX::seleccionarTodos()
 {
-    trap(QStringLiteral("FrameX.IContenedorX_seleccionarTodos->"), [&] { contenedor().seleccionarTodos(); });
+    trap(QStringLiteral("FrameX.IContenedorX_seleccionarTodos->"), [&] { d->contrato().seleccionarTodos(); });
 }
 
 void FrameX::deseleccionarTodos()
 {
-    trap(QStringLiteral("FrameX.IContenedorX_deseleccionarTodos->"), [&] { contenedor().deseleccionarTodos(); });
+    trap(QStringLiteral("FrameX.IContenedorX_deseleccionarTodos->"),
+         [&] { d->contrato().deseleccionarTodos(); });
 }
 
 void FrameX::seleccionar(const QString &codigo)
 {
-    trap(QStringLiteral("FrameX.IContenedorX_seleccionar->"), [&] { contenedor().seleccionar(codigo); });
+    trap(QStringLiteral("FrameX.IContenedorX_seleccionar->"), [&] { d->contrato().seleccionar(codigo); });
 }
 
-void FrameX::ensureVisible(QWidget *micontrol)
+void FrameX::Private::ensureVisible(QWidget *micontrol)
 {
     trap(QStringLiteral("FrameX.ensureVisible->"), [&] {
         if (!micontrol)
             throw Error(Error::ObjectNotSet);
         const int altoTitulo = BarraTitulo::altoTitulo;
         // What the control needs, but never less than the smallest frame.
-        double W = micontrol->width() + d->vert->width() + margenAjuste;
-        double H = micontrol->height() + altoTitulo + d->horiz->height() + margenAjuste;
+        double W = micontrol->width() + vert->width() + margenAjuste;
+        double H = micontrol->height() + altoTitulo + horiz->height() + margenAjuste;
         W = qMax(W, double(anchoMinimo));
         H = qMax(H, double(altoMinimo));
         // Wider than the map allows: the horizontal bar covers exactly what does not fit.
-        d->horiz->hide();
-        d->horizEnUso = W > d->maxX;
-        if (d->horizEnUso) {
-            W = d->maxX;
-            d->horiz->setMaximum(toInt16(micontrol->width() - d->maxX + d->vert->width() + margenAjuste));
-            d->horiz->setPageStep(qMax(1, int(d->maxX)));
-            d->horiz->show();
+        horiz->hide();
+        horizEnUso = W > maxX;
+        if (horizEnUso) {
+            W = maxX;
+            horiz->setMaximum(toInt16(micontrol->width() - maxX + vert->width() + margenAjuste));
+            horiz->setPageStep(qMax(1, int(maxX)));
+            horiz->show();
         }
         // Likewise downwards.
-        d->vert->hide();
-        d->vertEnUso = H > d->maxY;
-        if (d->vertEnUso) {
-            H = d->maxY;
-            d->vert->setMaximum(
-                toInt16(micontrol->height() - d->maxY + altoTitulo + d->horiz->height() + margenAjuste));
-            d->vert->setPageStep(qMax(1, int(d->maxY)));
-            d->vert->show();
+        vert->hide();
+        vertEnUso = H > maxY;
+        if (vertEnUso) {
+            H = maxY;
+            vert->setMaximum(
+                toInt16(micontrol->height() - maxY + altoTitulo + horiz->height() + margenAjuste));
+            vert->setPageStep(qMax(1, int(maxY)));
+            vert->show();
         }
-        d->esquina->setVisible(d->horizEnUso && d->vertEnUso);
+        esquina->setVisible(horizEnUso && vertEnUso);
         // A minimised frame keeps its height; only the ranges change.
-        if (!d->barra.minimizado()) {
-            const bool crece = width() < W || height() < H;
-            resize(int(W), int(H));
+        if (!barra.minimizado()) {
+            const bool crece = q->width() < W || q->height() < H;
+            q->resize(int(W), int(H));
             distribuir(); // a hidden frame gets no resize event until it shows: lay it out now
             if (crece)
-                root().ensureVisible(this);
+                mapa().ensureVisible(q);
         }
         // The visible part of the control changed with the frame.
-        setViewPort(micontrol);
+        q->setViewPort(micontrol);
     });
 }
 
 void FrameX::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    distribuir();
+    d->distribuir();
     // The scroll bars moved: the visible part of the contained control changed with them.
     if (d->conten)
         setViewPort(d->conten);
 }
 
-void FrameX::distribuir()
+void FrameX::Private::distribuir()
 {
     trap(QStringLiteral("FrameX.UserControl_resize->"), [&] {
-        const int w = width() - 2 * BarraTitulo::borde;
-        const int h = height() - 2 * BarraTitulo::borde;
+        const int w = q->width() - 2 * BarraTitulo::borde;
+        const int h = q->height() - 2 * BarraTitulo::borde;
         // The buttons at the right end, the title before them.
-        d->barra.distribuir(w);
+        barra.distribuir(w);
         // The bars along the right and bottom edges, the corner where they meet.
-        if (d->barra.minimizado())
+        if (barra.minimizado())
             return;
-        d->horiz->resize(qMax(0, w - d->vert->width()), d->horiz->height());
-        BarraTitulo::colocar(d->horiz, 0, h - d->horiz->height());
-        BarraTitulo::colocar(d->vert, w - d->vert->width(), BarraTitulo::arriba(d->vert));
-        d->vert->resize(d->vert->width(), qMax(0, h - d->barra.cerrar()->height() - d->horiz->height()));
-        BarraTitulo::colocar(d->esquina, BarraTitulo::izquierda(d->vert), BarraTitulo::arriba(d->horiz));
+        horiz->resize(qMax(0, w - vert->width()), horiz->height());
+        BarraTitulo::colocar(horiz, 0, h - horiz->height());
+        BarraTitulo::colocar(vert, w - vert->width(), BarraTitulo::arriba(vert));
+        vert->resize(vert->width(), qMax(0, h - barra.cerrar()->height() - horiz->height()));
+        BarraTitulo::colocar(esquina, BarraTitulo::izquierda(vert), BarraTitulo::arriba(horiz));
     });
 }
 
-void FrameX::minimizar()
+void FrameX::Private::minimizar()
 {
     trap(QStringLiteral("FrameX.Minimizar->"), [&] {
-        if (!d->barra.minimizado()) {
-            activate();
-            d->barra.alternarMinimizado();
+        if (!barra.minimizado()) {
+            q->activate();
+            barra.alternarMinimizado();
         } else {
-            d->barra.alternarMinimizado();
-            activate();
-            root().ensureVisible(this);
+            barra.alternarMinimizado();
+            q->activate();
+            mapa().ensureVisible(q);
         }
     });
 }
 
-void FrameX::alCambiarHoriz(int valor)
+void FrameX::Private::alCambiarHoriz(int valor)
 {
     trap(QStringLiteral("FrameX.horiz.Change->"), [&] {
-        if (!d->conten)
+        if (!conten)
             return;
-        BarraTitulo::colocar(d->conten, 1 - valor, BarraTitulo::arriba(d->conten));
-        setViewPort(d->conten);
+        BarraTitulo::colocar(conten, 1 - valor, BarraTitulo::arriba(conten));
+        q->setViewPort(conten);
     });
 }
 
-void FrameX::alCambiarVert(int valor)
+void FrameX::Private::alCambiarVert(int valor)
 {
     trap(QStringLiteral("FrameX.vert.Change->"), [&] {
-        if (!d->conten)
+        if (!conten)
             return;
-        BarraTitulo::colocar(d->conten, BarraTitulo::izquierda(d->conten), BarraTitulo::altoTitulo + 1 - valor);
-        setViewPort(d->conten);
+        BarraTitulo::colocar(conten, BarraTitulo::izquierda(conten), BarraTitulo::altoTitulo + 1 - valor);
+        q->setViewPort(conten);
     });
 }
 
-void FrameX::iniciarMovimiento(float x, float y)
+void FrameX::Private::iniciarMovimiento(float x, float y)
 {
     trap(QStringLiteral("FrameX.titulo.OLEStartDrag->"), [&] {
-        if (d->pActive)
-            d->barra.iniciarMovimiento(x, y);
+        if (pActive)
+            barra.iniciarMovimiento(x, y);
     });
 }
 
-void FrameX::clicDerecho()
+void FrameX::Private::clicDerecho()
 {
     trap(QStringLiteral("FrameX.titulo.RightClick->"), [&] {
-        if (!d->pActive)
-            setActive(d->objetoActivo);
-        root().rightClicked(d->objeto, false);
+        if (!pActive)
+            q->setActive(objetoActivo);
+        mapa().rightClicked(objeto, false);
     });
 }
 

@@ -2,8 +2,8 @@
 #define TARVONIX_FRAMEX_H
 
 #include <tarvonix/model/icontenedorx.h>
-#include <tarvonix/views/iframex.h>
 #include <tarvonix/tarvonix_export.h>
+#include <tarvonix/views/iframex.h>
 
 #include <QWidget>
 
@@ -94,16 +94,6 @@ protected:
 private:
     struct Private;
     std::unique_ptr<Private> d;
-
-    IContenedorX &contenedor() const;
-    IMapaX &root() const;
-    void ensureVisible(QWidget *micontrol);
-    void distribuir();
-    void minimizar();
-    void alCambiarHoriz(int valor);
-    void alCambiarVert(int valor);
-    void iniciarMovimiento(float x, float y);
-    void clicDerecho();
 };
 
 } // namespace tarvonix

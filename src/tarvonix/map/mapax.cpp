@@ -1,5 +1,6 @@
 #include <tarvonix/map/mapax.h>
 
+#include <tarvonix/core/error.h>
 #include <tarvonix/map/framerefx.h>
 #include <tarvonix/map/framex.h>
 #include <tarvonix/model/icontenedorx.h>
@@ -7,7 +8,6 @@
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/dragrunner.h>
-#include <tarvonix/core/error.h>
 #include <tarvonix/platform/errortrap.h>
 
 #include <QDrag>
@@ -106,6 +106,12 @@ void activar(QWidget *control)
         leyendaDe(control)->activate();
 }
 
+// The point of the title bar that was grabbed stays under the pointer.
+QPointF esquinaEn(QWidget *frame, QPointF puntero)
+{
+    return puntero - agarreDe(frame);
+}
+
 int codigoDeTecla(const QKeyEvent *event)
 {
     switch (event->key()) {
@@ -121,42 +127,62 @@ int codigoDeTecla(const QKeyEvent *event)
 
 } // namespace
 
-// The map as the frames and containers see it. It forwards to the map's own
-// operations, so that the map's signal "moved" and the callback of the same
-// name do not collide.
-class MapaX::Callbacks : public IMapaX
-{
-public:
-    explicit Callbacks(MapaX *owner)
-        : mapa(owner)
-    {
-    }
-    void clicked(const ObjetoPtr &obj, bool multi) override { mapa->IMapaX_clicked(obj, multi); }
-    void rightClicked(const ObjetoPtr &obj, bool multi) override { mapa->IMapaX_rightClicked(obj, multi); }
-    void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) override
-    {
-        mapa->IMapaX_Droped(origen, destino, shift);
-    }
-    void moved(const ObjetoPtr &obj) override { mapa->IMapaX_Moved(obj); }
-    void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) override
-    {
-        mapa->IMapaX_setActive(obj, frame, op);
-    }
-    void ensureVisible(QWidget *) override {}
-    void remove(const ObjetoPtr &frame) override { mapa->remove(frame); }
-
-private:
-    MapaX *const mapa;
-};
-
 struct MapaX::Private
 {
-    explicit Private(MapaX *mapa)
-        : callbacks(mapa)
-        , controles(mapa)
+    // The map as the frames and containers see it. It forwards to the map's own
+    // operations, so that the map's signal "moved" and the callback of the same
+    // name do not collide.
+    class Callbacks : public IMapaX
     {
-    }
+    public:
+        explicit Callbacks(Private *owner)
+            : d(owner)
+        { }
+        void clicked(const ObjetoPtr &obj, bool multi) override { d->q->IMapaX_clicked(obj, multi); }
+        void rightClicked(const ObjetoPtr &obj, bool multi) override
+        {
+            d->q->IMapaX_rightClicked(obj, multi);
+        }
+        void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) override
+        {
+            d->q->IMapaX_Droped(origen, destino, shift);
+        }
+        void moved(const ObjetoPtr &obj) override { d->q->IMapaX_Moved(obj); }
+        void setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op) override
+        {
+            d->IMapaX_setActive(obj, frame, op);
+        }
+        void ensureVisible(QWidget *) override { }
+        void remove(const ObjetoPtr &frame) override { d->q->remove(frame); }
 
+    private:
+        Private *const d;
+    };
+
+    explicit Private(MapaX *mapa)
+        : q(mapa)
+        , callbacks(this)
+        , controles(mapa)
+    { }
+
+    void IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op);
+    FrameX *buscarFrame(const ObjetoPtr &obj) const;
+    void threadAction(qint16 accion);
+    void ejecutarAccion();
+    void ajustarFrame(QWidget *frame);
+    void ajustarTodo();
+    void dibujarCaja(QWidget *frame);
+    void moverCaja(double x, double y);
+    void borrarCaja();
+    // The steps of a frame move, as the drag events drive them.
+    void iniciarArrastre();
+    Qt::DropAction moveOver(const QMimeData *datos, QPointF position);
+    Qt::DropAction dropMove(const QMimeData *datos, QPointF position);
+    void completeDrag();
+    void ponerCajaEnFrame();
+    QWidget *frameArrastrado(const QMimeData *datos) const;
+
+    MapaX *const q;
     Callbacks callbacks;
     ChildControls controles;
     QTimer *thread = nullptr;
@@ -175,7 +201,7 @@ MapaX::MapaX(QWidget *parent)
     d->thread = new QTimer(this);
     d->thread->setObjectName(QStringLiteral("thread"));
     d->thread->setInterval(intervaloThread);
-    connect(d->thread, &QTimer::timeout, this, &MapaX::ejecutarAccion);
+    connect(d->thread, &QTimer::timeout, this, [this] { d->ejecutarAccion(); });
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
     setAutoFillBackground(true);
@@ -198,7 +224,7 @@ IMapaX *MapaX::callbacks()
 
 QStringList MapaX::controlNames() const
 {
-    return QStringList{d->thread->objectName()} + d->controles.names();
+    return QStringList { d->thread->objectName() } + d->controles.names();
 }
 
 QWidget *MapaX::control(const QString &name) const
@@ -206,9 +232,9 @@ QWidget *MapaX::control(const QString &name) const
     return d->controles.find(name);
 }
 
-FrameX *MapaX::buscarFrame(const ObjetoPtr &obj) const
+FrameX *MapaX::Private::buscarFrame(const ObjetoPtr &obj) const
 {
-    return frameDe(d->controles.item(nombreDe(obj)));
+    return frameDe(controles.item(nombreDe(obj)));
 }
 
 void MapaX::add(const ObjetoPtr &obj)
@@ -218,7 +244,7 @@ void MapaX::add(const ObjetoPtr &obj)
         FrameX *frame = frameDe(d->controles.add(QStringLiteral("Tarvonix.FrameX"), nombreDe(obj)));
         frame->setRoot(&d->callbacks);
         frame->setObjeto(obj);
-        ajustarFrame(frame);
+        d->ajustarFrame(frame);
     });
 }
 
@@ -247,7 +273,7 @@ void MapaX::removeAll()
 {
     trap(QStringLiteral("MapaX.removeAll->"), [&] {
         // No active frame, no active object.
-        IMapaX_setActive(nullptr, nullptr, IMapaX::FrameActivo);
+        d->IMapaX_setActive(nullptr, nullptr, IMapaX::FrameActivo);
         d->frameActivo = nullptr;
         d->objetoActivo = nullptr;
         // Over a copy of the names, so that removing does not skip any.
@@ -272,7 +298,7 @@ std::shared_ptr<Objetos> MapaX::getSelected()
     std::shared_ptr<Objetos> seleccionados;
     trap(QStringLiteral("MapaX.getSelected->"), [&] {
         if (d->frameActivo)
-            seleccionados = buscarFrame(d->frameActivo->getObjeto())->getSeleccionados();
+            seleccionados = d->buscarFrame(d->frameActivo->getObjeto())->getSeleccionados();
     });
     return seleccionados;
 }
@@ -298,7 +324,7 @@ void MapaX::setObjeto(const ObjetoPtr &nuevo)
             show(nuevo);
         } else {
             // The same code under another type names a frame that does not exist: a failure.
-            buscarFrame(nuevo)->setObjeto(nuevo);
+            d->buscarFrame(nuevo)->setObjeto(nuevo);
             references();
         }
     });
@@ -310,7 +336,7 @@ void MapaX::Refresh(const ObjetoPtr &obj)
         if (!obj)
             update();
         else
-            buscarFrame(obj)->refrescar();
+            d->buscarFrame(obj)->refrescar();
     });
 }
 
@@ -327,9 +353,7 @@ void MapaX::show(const ObjetoPtr &obj)
 
 void MapaX::hide(const ObjetoPtr &obj)
 {
-    trap(QStringLiteral("MapaX.hide->"), [&] {
-        d->controles.item(nombreDe(obj))->setVisible(false);
-    });
+    trap(QStringLiteral("MapaX.hide->"), [&] { d->controles.item(nombreDe(obj))->setVisible(false); });
 }
 
 bool MapaX::isMember(const ObjetoPtr &esta)
@@ -347,61 +371,61 @@ void MapaX::ShowReferences()
 
 void MapaX::setEscala(const ObjetoPtr &obj, float factor)
 {
-    trap(QStringLiteral("MapaX.setEscala->"), [&] { buscarFrame(obj)->setEscala(factor); });
+    trap(QStringLiteral("MapaX.setEscala->"), [&] { d->buscarFrame(obj)->setEscala(factor); });
 }
 
 void MapaX::alinearHorizontal()
 {
-    threadAction(AlinearHorizontal);
+    d->threadAction(AlinearHorizontal);
 }
 
 void MapaX::alinearVertical()
 {
-    threadAction(AlinearVertical);
+    d->threadAction(AlinearVertical);
 }
 
 void MapaX::igualarDimension()
 {
-    threadAction(IgualarDimension);
+    d->threadAction(IgualarDimension);
 }
 
 void MapaX::distribuirHorizontal()
 {
-    threadAction(DistribuirHorizontal);
+    d->threadAction(DistribuirHorizontal);
 }
 
 void MapaX::distribuirVertical()
 {
-    threadAction(DistribuirVertical);
+    d->threadAction(DistribuirVertical);
 }
 
-void MapaX::threadAction(qint16 accion)
+void MapaX::Private::threadAction(qint16 accion)
 {
     trap(QStringLiteral("MapaX.threadAction->"), [&] {
-        d->accionPendiente = accion;
-        d->thread->start();
+        accionPendiente = accion;
+        thread->start();
     });
 }
 
-void MapaX::ejecutarAccion()
+void MapaX::Private::ejecutarAccion()
 {
     // Disabled first: an action that queues another one gets one more tick, not recursion.
-    d->thread->stop();
+    thread->stop();
     trap(QStringLiteral("MapaX.thread.Timer->"), [&] {
-        if (d->accionPendiente < AlinearHorizontal || d->accionPendiente > DistribuirVertical)
+        if (accionPendiente < AlinearHorizontal || accionPendiente > DistribuirVertical)
             return;
-        if (!d->frameActivo)
+        if (!frameActivo)
             throw Error(Error::ObjectNotSet);
-        FrameX *frame = d->frameActivo;
-        switch (d->accionPendiente) {
+        FrameX *frame = frameActivo;
+        switch (accionPendiente) {
         case AlinearHorizontal:
-            frame->alinearHorizontal(d->objetoActivo);
+            frame->alinearHorizontal(objetoActivo);
             break;
         case AlinearVertical:
-            frame->alinearVertical(d->objetoActivo);
+            frame->alinearVertical(objetoActivo);
             break;
         case IgualarDimension:
-            frame->igualarDimension(d->objetoActivo);
+            frame->igualarDimension(objetoActivo);
             break;
         case DistribuirHorizontal:
             frame->distribuirHorizontal();
@@ -417,7 +441,7 @@ void MapaX::seleccionar(const ObjetoPtr &obj, const QString &codigo)
 {
     trap(QStringLiteral("MapaX.seleccionar->"), [&] {
         FrameX *frame = nullptr;
-        trapSilently([&] { frame = buscarFrame(obj); });
+        trapSilently([&] { frame = d->buscarFrame(obj); });
         if (frame)
             frame->seleccionar(codigo);
     });
@@ -427,7 +451,7 @@ void MapaX::seleccionarTodos(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("MapaX.seleccionarTodos->"), [&] {
         FrameX *frame = nullptr;
-        trapSilently([&] { frame = buscarFrame(obj); });
+        trapSilently([&] { frame = d->buscarFrame(obj); });
         if (frame)
             frame->seleccionarTodos();
     });
@@ -437,7 +461,7 @@ void MapaX::deseleccionarTodos(const ObjetoPtr &obj)
 {
     trap(QStringLiteral("MapaX.deseleccionarTodos->"), [&] {
         FrameX *frame = nullptr;
-        trapSilently([&] { frame = buscarFrame(obj); });
+        trapSilently([&] { frame = d->buscarFrame(obj); });
         if (frame)
             frame->deseleccionarTodos();
     });
@@ -500,10 +524,10 @@ void MapaX::setBackColor(qint32 colour)
     setPalette(p);
 }
 
-void MapaX::ajustarFrame(QWidget *frame)
+void MapaX::Private::ajustarFrame(QWidget *frame)
 {
-    const int W = width();
-    const int H = height();
+    const int W = q->width();
+    const int H = q->height();
     // The largest size the frame may take; a frame larger than that relies on its scroll bars.
     ponerVistaMaxima(frame, double(W - margenMapa), double(H - margenMapa));
     // Back inside the area, or at the first position when it is larger than the area.
@@ -517,22 +541,22 @@ void MapaX::ajustarFrame(QWidget *frame)
     }
 }
 
-void MapaX::ajustarTodo()
+void MapaX::Private::ajustarTodo()
 {
     // The legend frame too; a move outline has no "setMaxViewPort" and stops the walk.
-    for (const QString &nombre : d->controles.names())
-        ajustarFrame(d->controles.item(nombre));
+    for (const QString &nombre : controles.names())
+        ajustarFrame(controles.item(nombre));
 }
 
 void MapaX::resized()
 {
-    ajustarTodo();
+    d->ajustarTodo();
 }
 
 void MapaX::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    trap(QStringLiteral("MapaX.UserControl_Resize->"), [&] { ajustarTodo(); });
+    trap(QStringLiteral("MapaX.UserControl_Resize->"), [&] { d->ajustarTodo(); });
 }
 
 void MapaX::keyPressEvent(QKeyEvent *event)
@@ -585,7 +609,7 @@ void MapaX::IMapaX_Moved(const ObjetoPtr &obj)
     Q_EMIT moved(obj);
 }
 
-void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op)
+void MapaX::Private::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op)
 {
     trap(QStringLiteral("MapaX.IMapaX_setActive->"), [&] {
         // A frame became active: the one before is told, the legend follows. The active
@@ -593,14 +617,14 @@ void MapaX::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 o
         // deactivating "the one before" would leave the map's active frame inactive.
         if (op == IMapaX::FrameActivo) {
             FrameX *nuevo = dynamic_cast<FrameX *>(frame);
-            if (nuevo && nuevo == d->frameActivo)
+            if (nuevo && nuevo == frameActivo)
                 return;
-            if (d->frameActivo)
-                d->frameActivo->setActivo(nullptr, false);
-            d->frameActivo = nuevo;
-            references();
+            if (frameActivo)
+                frameActivo->setActivo(nullptr, false);
+            frameActivo = nuevo;
+            q->references();
         }
-        d->objetoActivo = obj;
+        objetoActivo = obj;
     });
 }
 
@@ -650,30 +674,25 @@ void MapaX::startMove(QWidget *frame)
             d->controles.item(nombre)->setEnabled(false);
         // The frame gives way to its outline, which the drag carries by the frame's name.
         frame->setVisible(false);
-        dibujarCaja(frame);
+        d->dibujarCaja(frame);
         d->moviendo = true;
         d->frameEnMovimiento = frame->objectName();
-        iniciarArrastre();
+        d->iniciarArrastre();
     });
 }
 
-void MapaX::iniciarArrastre()
+void MapaX::Private::iniciarArrastre()
 {
     trap(QStringLiteral("MapaX.UserControl_OLEStartDrag->"), [&] {
-        auto *drag = new QDrag(this);
+        auto *drag = new QDrag(q);
         auto *datos = new QMimeData;
-        datos->setText(d->frameEnMovimiento);
+        datos->setText(frameEnMovimiento);
         drag->setMimeData(datos);
         DragRunner::run(drag, Qt::MoveAction, [this](Qt::DropAction) { completeDrag(); });
     });
 }
 
-QWidget *MapaX::frameEnMovimiento() const
-{
-    return d->controles.find(d->frameEnMovimiento);
-}
-
-Qt::DropAction MapaX::moveOver(const QMimeData *datos, QPointF position)
+Qt::DropAction MapaX::Private::moveOver(const QMimeData *datos, QPointF position)
 {
     Qt::DropAction efecto = Qt::IgnoreAction;
     trapSilently([&] {
@@ -684,35 +703,29 @@ Qt::DropAction MapaX::moveOver(const QMimeData *datos, QPointF position)
         moverCaja(esquina.x(), esquina.y());
         efecto = Qt::MoveAction;
     });
-    if (efecto != Qt::MoveAction && d->moviendo)
+    if (efecto != Qt::MoveAction && moviendo)
         ponerCajaEnFrame();
     return efecto;
 }
 
-QWidget *MapaX::frameArrastrado(const QMimeData *datos) const
+QWidget *MapaX::Private::frameArrastrado(const QMimeData *datos) const
 {
     // Only a move of one of the map's own frames carries anything here.
-    if (!datos || !datos->hasText() || !d->moviendo)
+    if (!datos || !datos->hasText() || !moviendo)
         return nullptr;
-    return d->controles.item(datos->text());
+    return controles.item(datos->text());
 }
 
-QPointF MapaX::esquinaEn(QWidget *frame, QPointF puntero) const
-{
-    // The point of the title bar that was grabbed stays under the pointer.
-    return puntero - agarreDe(frame);
-}
-
-void MapaX::ponerCajaEnFrame()
+void MapaX::Private::ponerCajaEnFrame()
 {
     // Feedback for a place where the frame cannot go: the outline goes back onto the frame.
     trap(QStringLiteral("MapaX.UserControl_OLEGiveFeedback->"), [&] {
-        const QWidget *frame = d->controles.item(d->frameEnMovimiento);
+        const QWidget *frame = controles.item(frameEnMovimiento);
         moverCaja(frame->x(), frame->y());
     });
 }
 
-Qt::DropAction MapaX::dropMove(const QMimeData *datos, QPointF position)
+Qt::DropAction MapaX::Private::dropMove(const QMimeData *datos, QPointF position)
 {
     Qt::DropAction efecto = Qt::IgnoreAction;
     trapSilently([&] {
@@ -725,12 +738,12 @@ Qt::DropAction MapaX::dropMove(const QMimeData *datos, QPointF position)
     return efecto;
 }
 
-void MapaX::completeDrag()
+void MapaX::Private::completeDrag()
 {
     trap(QStringLiteral("MapaX.UserControl_OLECompleteDrag->"), [&] {
-        d->moviendo = false;
-        unsetCursor();
-        completeMove(frameEnMovimiento());
+        moviendo = false;
+        q->unsetCursor();
+        q->completeMove(controles.find(frameEnMovimiento));
     });
 }
 
@@ -740,7 +753,7 @@ void MapaX::completeMove(QWidget *frame)
         // The frame may have gone while it moved: the outline and the lock go all the same.
         if (frame)
             activar(frame);
-        borrarCaja();
+        d->borrarCaja();
         if (frame)
             frame->setVisible(true);
         for (const QString &nombre : d->controles.names())
@@ -751,26 +764,25 @@ void MapaX::completeMove(QWidget *frame)
     });
 }
 
-void MapaX::dibujarCaja(QWidget *frame)
+void MapaX::Private::dibujarCaja(QWidget *frame)
 {
     trap(QStringLiteral("MapaX.dibujarCaja->"), [&] {
-        QWidget *caja = d->controles.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja);
+        QWidget *caja = controles.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja);
         caja->setGeometry(comprobado(frame)->geometry());
         caja->raise();
         caja->show();
     });
 }
 
-void MapaX::moverCaja(double x, double y)
+void MapaX::Private::moverCaja(double x, double y)
 {
-    trap(QStringLiteral("MapaX.moverCaja->"), [&] {
-        d->controles.item(nombreCaja)->move(QPointF(x, y).toPoint());
-    });
+    trap(QStringLiteral("MapaX.moverCaja->"),
+         [&] { controles.item(nombreCaja)->move(QPointF(x, y).toPoint()); });
 }
 
-void MapaX::borrarCaja()
+void MapaX::Private::borrarCaja()
 {
-    trap(QStringLiteral("MapaX.borrarCaja->"), [&] { d->controles.remove(nombreCaja); });
+    trap(QStringLiteral("MapaX.borrarCaja->"), [&] { controles.remove(nombreCaja); });
 }
 
 void MapaX::dragEnterEvent(QDragEnterEvent *event)
@@ -780,19 +792,19 @@ void MapaX::dragEnterEvent(QDragEnterEvent *event)
 
 void MapaX::dragMoveEvent(QDragMoveEvent *event)
 {
-    DragRunner::answer(event, moveOver(event->mimeData(), event->position()));
+    DragRunner::answer(event, d->moveOver(event->mimeData(), event->position()));
 }
 
 void MapaX::dragLeaveEvent(QDragLeaveEvent *event)
 {
     if (d->moviendo)
-        ponerCajaEnFrame();
+        d->ponerCajaEnFrame();
     QWidget::dragLeaveEvent(event);
 }
 
 void MapaX::dropEvent(QDropEvent *event)
 {
-    DragRunner::answer(event, dropMove(event->mimeData(), event->position()));
+    DragRunner::answer(event, d->dropMove(event->mimeData(), event->position()));
 }
 
 } // namespace tarvonix

@@ -1,21 +1,15 @@
 #ifndef TARVONIX_MAPAX_H
 #define TARVONIX_MAPAX_H
 
-#include <tarvonix/views/imapax.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/tarvonix_export.h>
+#include <tarvonix/views/imapax.h>
 
 #include <QWidget>
 
 #include <memory>
 
-class QMimeData;
-class QTimer;
-
 namespace tarvonix {
-
-class FrameX;
-class IContenedorX;
 
 /*!
     The map: the control a host puts on its form to show a site.
@@ -139,28 +133,8 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    class Callbacks;
     struct Private;
     std::unique_ptr<Private> d;
-
-    void IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op);
-    FrameX *buscarFrame(const ObjetoPtr &obj) const;
-    void threadAction(qint16 accion);
-    void ejecutarAccion();
-    void ajustarFrame(QWidget *frame);
-    void ajustarTodo();
-    void dibujarCaja(QWidget *frame);
-    void moverCaja(double x, double y);
-    void borrarCaja();
-    // The steps of a frame move, as the drag events drive them.
-    void iniciarArrastre();
-    Qt::DropAction moveOver(const QMimeData *datos, QPointF position);
-    Qt::DropAction dropMove(const QMimeData *datos, QPointF position);
-    void completeDrag();
-    void ponerCajaEnFrame();
-    QWidget *frameEnMovimiento() const;
-    QWidget *frameArrastrado(const QMimeData *datos) const;
-    QPointF esquinaEn(QWidget *frame, QPointF puntero) const;
 };
 
 } // namespace tarvonix
