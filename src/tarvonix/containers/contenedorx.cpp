@@ -10,6 +10,7 @@
 #include <tarvonix/platform/shiftstate.h>
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/views/imapax.h>
+#include <tarvonix/views/vistax_p.h>
 #include <tarvonix/widgets/dummy.h>
 
 #include <QPainter>
@@ -107,6 +108,9 @@ QPixmap flechaSimple()
     return pixmap;
 }
 
+// The axis along which a distribution spaces the selection.
+enum class Eje { Horizontal, Vertical };
+
 /*!
     What the size fits of one layout operation remember between objects.
 
@@ -140,9 +144,44 @@ struct Ajuste
 
 struct ContenedorX::Private
 {
-    explicit Private(QWidget *owner)
-        : cajas(owner)
+    explicit Private(ContenedorX *owner)
+        : q(owner)
+        , vista(VistaXPrivate::get(owner))
+        , cajas(owner)
     { }
+
+    // Painting and repainting.
+    void pintarHijos(const QRect &expuesto);
+    void dibujarObjeto(float x, float y, float w, float h, const ObjetoPtr &o);
+    void dibujarNuevo(const ObjetoPtr &o);
+    void redibujarHijo(const QString &etiqueta, const ObjetoPtr &o);
+    void limpiar(const ObjetoPtr &o);
+    void invalidar(const QRectF &area);
+
+    // Sizing.
+    void validar(const ObjetoPtr &o);
+    void validarControl(const ObjetoPtr &cambiado = nullptr);
+    void ajustarTamano(int right, int bottom);
+
+    bool esLigado(const ObjetoPtr &o);
+
+    // Moving the selection with outline boxes.
+    void startDrag(int shift, QPointF punto);
+    void moverConCajas();
+    void dibujarOtraCaja(const ObjetoPtr &o, float x, float y);
+    void moverOtraCaja(const ObjetoPtr &o, float dx, float dy);
+    void borrarOtraCaja(const ObjetoPtr &o);
+    void OtraCajaVisible(const ObjetoPtr &o, bool visible);
+    QPoint moverCajas(QPointF punto);
+    void crecerBajoCajas(QPoint extremo);
+
+    // Alignment and distribution.
+    void alinear(const QString &label, const ObjetoPtr &referencia, int que);
+    void distribuir(const QString &label, Eje eje);
+
+    ContenedorX *const q;
+    // What the view base keeps for this view: the selection, the press, the band, the frame, the surface.
+    VistaXPrivate *const vista;
 
     ObjetoPtr objeto;
     float escala = 1.0f;
@@ -166,7 +205,7 @@ ContenedorX::ContenedorX(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    superficie().setBackColor(qint32(0x8000000F)); // the button face until an object is bound
+    d->vista->surface.setBackColor(qint32(0x8000000F)); // the button face until an object is bound
 }
 
 ContenedorX::~ContenedorX() = default;
@@ -189,9 +228,9 @@ void ContenedorX::setObjeto(const ObjetoPtr &objeto)
     trap(QStringLiteral("ContenedorX.IContenedorX_setObjeto->"), [&] {
         d->objeto = objeto;
         const IObjeto &o = requerido(objeto);
-        superficie().setBackColor(o.getColor());
+        d->vista->surface.setBackColor(o.getColor());
         setToolTip(o.getDescripcion());
-        validarControl();
+        d->validarControl();
         update();
     });
 }
@@ -204,7 +243,7 @@ ObjetoPtr ContenedorX::getObjeto()
 void ContenedorX::refrescar()
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_refrescar->"), [&] {
-        validarControl();
+        d->validarControl();
         update();
     });
 }
@@ -213,7 +252,7 @@ void ContenedorX::setEscala(float escala)
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_setEscala->"), [&] {
         d->escala = escala;
-        validarControl();
+        d->validarControl();
         update();
     });
 }
@@ -228,7 +267,7 @@ void ContenedorX::setBloqueo(bool bloqueo)
 void ContenedorX::pintar(QPainter &painter, const QRect &expuesto)
 {
     d->invalidaciones = 0;
-    trap(QStringLiteral("ContenedorX.Paint->"), [&] { pintarHijos(expuesto); });
+    trap(QStringLiteral("ContenedorX.Paint->"), [&] { d->pintarHijos(expuesto); });
     if (d->borderStyle == BorderSingle) {
         painter.setPen(QPen(palette().color(QPalette::WindowText), 0));
         painter.setBrush(Qt::NoBrush);
@@ -236,48 +275,50 @@ void ContenedorX::pintar(QPainter &painter, const QRect &expuesto)
     }
 }
 
-void ContenedorX::pintarHijos(const QRect &expuesto)
+void ContenedorX::Private::pintarHijos(const QRect &expuesto)
 {
-    superficie().clear(expuesto.x(), expuesto.y(), expuesto.width(), expuesto.height());
-    if (!d->objeto)
+    vista->surface.clear(expuesto.x(), expuesto.y(), expuesto.width(), expuesto.height());
+    if (!objeto)
         return;
     // The bound object: its tip at the top left, never an outline.
-    dibujarObjeto(0, 0, float(width()), float(height()), d->objeto);
+    dibujarObjeto(0, 0, float(q->width()), float(q->height()), objeto);
     // The children that reach into the visible rectangle (and the exposed one), in collection order.
-    if (!d->objeto->getPuedeContener())
+    if (!objeto->getPuedeContener())
         return;
     const auto dentro = [](float a, float desde, float hasta) {
         return a >= desde && a <= hasta;
     };
     const QRectF exposedArea(expuesto);
-    for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
-        const float x = k->getX() * d->escala + margen;
-        const float y = k->getY() * d->escala + margen;
-        const float w = k->getAncho() * d->escala;
-        const float h = k->getAlto() * d->escala;
-        const bool horizontal = dentro(x, viewLeft(), viewRight()) || dentro(x + w, viewLeft(), viewRight());
-        const bool vertical = dentro(y, viewTop(), viewBottom()) || dentro(y + h, viewTop(), viewBottom());
+    for (const ObjetoPtr &k : hijosDe(*objeto)->NewEnum()) {
+        const float x = k->getX() * escala + margen;
+        const float y = k->getY() * escala + margen;
+        const float w = k->getAncho() * escala;
+        const float h = k->getAlto() * escala;
+        const bool horizontal = dentro(x, vista->viewLeft, vista->viewRight)
+            || dentro(x + w, vista->viewLeft, vista->viewRight);
+        const bool vertical = dentro(y, vista->viewTop, vista->viewBottom)
+            || dentro(y + h, vista->viewTop, vista->viewBottom);
         if (horizontal && vertical && areaDibujo(x, y, w, h).intersects(exposedArea))
             dibujarObjeto(x, y, w, h, k);
     }
 }
 
-void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const ObjetoPtr &o)
+void ContenedorX::Private::dibujarObjeto(float x, float y, float w, float h, const ObjetoPtr &o)
 {
     trap(QStringLiteral("ContenedorX.dibujarObjeto->"), [&] {
-        const IObjeto &objeto = requerido(o);
-        const bool contiene = objeto.getPuedeContener();
-        const bool activo = objeto.getActivo();
-        const bool seleccionado = objeto.getSeleccionado();
-        const qint16 forma = objeto.getForma();
-        const QString tip = objeto.getTip();
-        const std::shared_ptr<Imagen> imagen = objeto.getImagen();
-        Surface &s = superficie();
+        const IObjeto &dibujado = requerido(o);
+        const bool contiene = dibujado.getPuedeContener();
+        const bool activo = dibujado.getActivo();
+        const bool seleccionado = dibujado.getSeleccionado();
+        const qint16 forma = dibujado.getForma();
+        const QString tip = dibujado.getTip();
+        const std::shared_ptr<Imagen> imagen = dibujado.getImagen();
+        Surface &s = vista->surface;
 
         if (contiene) {
             // A child container: its tip at the top left, a grey frame.
             s.setForeColor(seleccionado ? negro : gris);
-            printX(tip, x, y, w, h, 6);
+            q->printX(tip, x, y, w, h, 6);
             s.setDrawStyle(Surface::DrawSolid);
             s.setFillStyle(Surface::FillTransparent);
             s.setForeColor(gris);
@@ -320,7 +361,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
                 }
             } else {
                 // The colour, hatched when selected; the text readable on it.
-                const qint32 col = objeto.getColor();
+                const qint32 col = dibujado.getColor();
                 s.setFillStyle(seleccionado ? Surface::FillUpwardDiagonal : Surface::FillSolid);
                 s.setFillColor(col == blanco && seleccionado ? negro : col);
                 s.setForeColor(col);
@@ -333,17 +374,16 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
             s.setFillStyle(Surface::FillTransparent);
             // The tip: right of the square for forma 3, centred otherwise.
             if (forma == FormaCuadro)
-                printX(tip, ix + iw + 2, y, w - iw - 4, h, 2);
+                q->printX(tip, ix + iw + 2, y, w - iw - 4, h, 2);
             else
-                printX(tip, ix, iy, iw, ih, 0);
+                q->printX(tip, ix, iy, iw, ih, 0);
             // The outline below: black, dotted for the active child.
             s.setForeColor(negro);
             s.setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
         }
 
         // The outline, never around the bound object itself.
-        if (objeto.getCodigo() != requerido(d->objeto).getCodigo()
-            && (forma != FormaCuadro || seleccionado)) {
+        if (dibujado.getCodigo() != requerido(objeto).getCodigo() && (forma != FormaCuadro || seleccionado)) {
             if (forma == FormaCaja || forma == FormaCuadro) {
                 s.box(x, y, x + w - 1, y + h - 1);
             } else if (forma == FormaCirculo) {
@@ -358,7 +398,7 @@ void ContenedorX::dibujarObjeto(float x, float y, float w, float h, const Objeto
 void ContenedorX::printX(const QString &texto, float x, float y, float ancho, float alto, qint16 posicion)
 {
     trap(QStringLiteral("ContenedorX.printX->"), [&] {
-        Surface &s = superficie();
+        Surface &s = d->vista->surface;
         const float aw = ancho - 4;
         const float ah = alto - 4;
         const float tw = float(s.textWidth(texto));
@@ -366,7 +406,7 @@ void ContenedorX::printX(const QString &texto, float x, float y, float ancho, fl
         const QRectF libre(x + 2, y + 2, aw, ah);
         // On one line when it fits.
         if (tw <= aw && th <= ah) {
-            colocarTexto(posicion, libre, QSizeF(tw, th));
+            d->vista->colocarTexto(posicion, libre, QSizeF(tw, th));
             s.print(texto);
             return;
         }
@@ -375,7 +415,7 @@ void ContenedorX::printX(const QString &texto, float x, float y, float ancho, fl
         const float bloque = float(texto.size()) * th;
         if (cw > aw || bloque > ah)
             return;
-        colocarTexto(posicion, libre, QSizeF(cw, bloque));
+        d->vista->colocarTexto(posicion, libre, QSizeF(cw, bloque));
         const double columna = s.currentX();
         for (const QChar c : texto) {
             s.print(QString(c));
@@ -384,127 +424,127 @@ void ContenedorX::printX(const QString &texto, float x, float y, float ancho, fl
     });
 }
 
-void ContenedorX::invalidar(const QRectF &area)
+void ContenedorX::Private::invalidar(const QRectF &area)
 {
-    const QRectF visible = area & QRectF(rect());
+    const QRectF visible = area & QRectF(q->rect());
     if (visible.isEmpty())
         return;
-    if (++d->invalidaciones > maxInvalidaciones)
-        update();
+    if (++invalidaciones > maxInvalidaciones)
+        q->update();
     else
-        update(visible.toAlignedRect());
+        q->update(visible.toAlignedRect());
 }
 
-void ContenedorX::limpiar(const ObjetoPtr &o)
+void ContenedorX::Private::limpiar(const ObjetoPtr &o)
 {
     redibujarHijo(QStringLiteral("ContenedorX.limpiar->"), o);
 }
 
-void ContenedorX::dibujarNuevo(const ObjetoPtr &o)
+void ContenedorX::Private::dibujarNuevo(const ObjetoPtr &o)
 {
     redibujarHijo(QStringLiteral("ContenedorX.dibujarNuevo->"), o);
 }
 
-void ContenedorX::redibujarHijo(const QString &etiqueta, const ObjetoPtr &o)
+void ContenedorX::Private::redibujarHijo(const QString &etiqueta, const ObjetoPtr &o)
 {
     // Erasing and redrawing a child both come down to repainting its area in
     // collection order; what each keeps is the check that the child is ours.
     trap(etiqueta, [&] {
-        const IObjeto &objeto = requerido(o);
-        if (objeto.getPadre() != requerido(d->objeto).getCodigo()) {
+        const IObjeto &hijo = requerido(o);
+        if (hijo.getPadre() != requerido(objeto).getCodigo()) {
             reportError(etiqueta + QStringLiteral("No se encontró padre del objeto en primer nivel"));
             return;
         }
-        invalidar(areaDibujo(objeto.getX() * d->escala + margen, objeto.getY() * d->escala + margen,
-                             objeto.getAncho() * d->escala, objeto.getAlto() * d->escala));
+        invalidar(areaDibujo(hijo.getX() * escala + margen, hijo.getY() * escala + margen,
+                             hijo.getAncho() * escala, hijo.getAlto() * escala));
     });
 }
 
 // --- Sizing ------------------------------------------------------------------
 
-void ContenedorX::validar(const ObjetoPtr &o)
+void ContenedorX::Private::validar(const ObjetoPtr &o)
 {
     trap(QStringLiteral("ContenedorX.validar->"), [&] {
-        IObjeto &objeto = requerido(o);
-        if (!objeto.getPuedeContener())
+        IObjeto &hijo = requerido(o);
+        if (!hijo.getPuedeContener())
             return;
         qint16 right = 100;
         qint16 bottom = 40;
-        for (const ObjetoPtr &k : hijosDe(objeto)->NewEnum()) {
+        for (const ObjetoPtr &k : hijosDe(hijo)->NewEnum()) {
             right = std::max(right, toInt16(qint64(k->getX()) + k->getAncho()));
             bottom = std::max(bottom, toInt16(qint64(k->getY()) + k->getAlto()));
         }
-        const float derecha = right + 4 / d->escala;
-        const float fondo = bottom + 4 / d->escala;
-        if (objeto.getAncho() < derecha)
-            objeto.setAncho(toInt16(double(derecha)));
-        if (objeto.getAlto() < fondo)
-            objeto.setAlto(toInt16(double(fondo)));
+        const float derecha = right + 4 / escala;
+        const float fondo = bottom + 4 / escala;
+        if (hijo.getAncho() < derecha)
+            hijo.setAncho(toInt16(double(derecha)));
+        if (hijo.getAlto() < fondo)
+            hijo.setAlto(toInt16(double(fondo)));
     });
 }
 
-void ContenedorX::validarControl(const ObjetoPtr &cambiado)
+void ContenedorX::Private::validarControl(const ObjetoPtr &cambiado)
 {
     trap(QStringLiteral("ContenedorX.validarControl->"), [&] {
-        const IObjeto &objeto = requerido(d->objeto);
+        const IObjeto &ligado = requerido(objeto);
         // At least 298 x 148 object units, and room for every child.
         int right = 298;
         int bottom = 148;
-        if (d->ajuste && d->ajuste->valido && cambiado) {
+        if (ajuste && ajuste->valido && cambiado) {
             // Within one layout operation: only the changed object moved since the last fit.
-            d->ajuste->valido = false;
-            if (d->ajuste->extremos.count(cambiado.get())) {
+            ajuste->valido = false;
+            if (ajuste->extremos.count(cambiado.get())) {
                 validar(cambiado);
-                d->ajuste->anotar(cambiado.get(), cambiado->getX() + cambiado->getAncho(),
-                                  cambiado->getY() + cambiado->getAlto());
+                ajuste->anotar(cambiado.get(), cambiado->getX() + cambiado->getAncho(),
+                               cambiado->getY() + cambiado->getAlto());
             }
-            d->ajuste->valido = true;
-            if (!d->ajuste->derechas.empty()) {
-                right = std::max(right, *d->ajuste->derechas.rbegin());
-                bottom = std::max(bottom, *d->ajuste->fondos.rbegin());
+            ajuste->valido = true;
+            if (!ajuste->derechas.empty()) {
+                right = std::max(right, *ajuste->derechas.rbegin());
+                bottom = std::max(bottom, *ajuste->fondos.rbegin());
             }
-        } else if (objeto.getPuedeContener()) {
-            if (d->ajuste)
-                *d->ajuste = Ajuste();
-            for (const ObjetoPtr &k : hijosDe(objeto)->NewEnum()) {
+        } else if (ligado.getPuedeContener()) {
+            if (ajuste)
+                *ajuste = Ajuste();
+            for (const ObjetoPtr &k : hijosDe(ligado)->NewEnum()) {
                 validar(k);
                 const int derecha = k->getX() + k->getAncho();
                 const int fondo = k->getY() + k->getAlto();
                 right = std::max(right, derecha);
                 bottom = std::max(bottom, fondo);
-                if (d->ajuste)
-                    d->ajuste->anotar(k.get(), derecha, fondo);
+                if (ajuste)
+                    ajuste->anotar(k.get(), derecha, fondo);
             }
-            if (d->ajuste)
-                d->ajuste->valido = true;
+            if (ajuste)
+                ajuste->valido = true;
         }
         ajustarTamano(right, bottom);
     });
 }
 
-void ContenedorX::ajustarTamano(int right, int bottom)
+void ContenedorX::Private::ajustarTamano(int right, int bottom)
 {
-    const float necesarioW = right * d->escala + 4;
-    const float necesarioH = bottom * d->escala + 4;
+    const float necesarioW = right * escala + 4;
+    const float necesarioH = bottom * escala + 4;
     // Grow at once, shrink only past the slack.
-    int ancho = width();
-    int alto = height();
+    int ancho = q->width();
+    int alto = q->height();
     if (necesarioW > ancho || necesarioW < ancho - holgura)
         ancho = std::max(0, enPixeles(necesarioW));
     if (necesarioH > alto || necesarioH < alto - holgura)
         alto = std::max(0, enPixeles(necesarioH));
     // The frame fits itself to the new size.
-    if (ancho != width() || alto != height()) {
-        resize(ancho, alto);
-        frameResize();
+    if (ancho != q->width() || alto != q->height()) {
+        q->resize(ancho, alto);
+        vista->frameResize();
     }
 }
 
 // --- Hit-testing and selection ---------------------------------------------
 
-bool ContenedorX::esLigado(const ObjetoPtr &o)
+bool ContenedorX::Private::esLigado(const ObjetoPtr &o)
 {
-    return requerido(o).getCodigo() == requerido(d->objeto).getCodigo();
+    return requerido(o).getCodigo() == requerido(objeto).getCodigo();
 }
 
 ObjetoPtr ContenedorX::sobreQuien(float x, float y)
@@ -534,22 +574,22 @@ void ContenedorX::MouseDown(int, int shift, QPointF punto)
     d->actual = sobreQuien(float(punto.x()), float(punto.y()));
     // A press on a selected child keeps the group, so that it can be dragged.
     if (shift != ShiftMask && shift != CtrlMask) {
-        if (esLigado(d->actual)) {
-            unselectAll();
+        if (d->esLigado(d->actual)) {
+            d->vista->unselectAll();
         } else if (!d->actual->getSeleccionado()) {
-            unselectAll();
-            seleccionarObjeto(d->actual);
+            d->vista->unselectAll();
+            d->vista->seleccionarObjeto(d->actual);
         }
     }
-    d->actual = frameSetActive(d->actual);
+    d->actual = d->vista->frameSetActive(d->actual);
 }
 
 void ContenedorX::MouseMove(int shift, QPointF punto)
 {
-    if (!d->actual || esLigado(d->actual))
-        trap(QStringLiteral("ContenedorX.dibujarCaja->"), [&] { seguirBanda(punto); });
-    else if (!d->dragging && tomarPulsacion(punto))
-        startDrag(shift, punto);
+    if (!d->actual || d->esLigado(d->actual))
+        trap(QStringLiteral("ContenedorX.dibujarCaja->"), [&] { d->vista->seguirBanda(punto); });
+    else if (!d->dragging && d->vista->tomarPulsacion(punto))
+        d->startDrag(shift, punto);
 }
 
 void ContenedorX::soltarBanda(const QRect &rect)
@@ -566,7 +606,7 @@ void ContenedorX::soltarBanda(const QRect &rect)
         const float kx = k->getX();
         const float ky = k->getY();
         if (x1 <= kx && y1 <= ky && kx + k->getAncho() <= x2 && ky + k->getAlto() <= y2)
-            alternar(k);
+            d->vista->alternar(k);
     }
 }
 
@@ -575,25 +615,25 @@ void ContenedorX::soltarClick(int button, int shift, QPointF punto)
     d->actual = sobreQuien(float(punto.x()), float(punto.y()));
     const bool modificada = shift == ShiftMask || shift == CtrlMask;
     const std::shared_ptr<Objetos> seleccion = getSeleccionados();
-    if (modificada && button != RightButton && !esLigado(d->actual)) {
-        alternar(d->actual);
+    if (modificada && button != RightButton && !d->esLigado(d->actual)) {
+        d->vista->alternar(d->actual);
     } else if (button == LeftButton && !modificada && seleccion->count() > 1) {
         // A plain click inside a group, without a drag, narrows the selection to the clicked child.
         requerido(d->actual);
-        unselectAll();
-        seleccionarObjeto(d->actual);
+        d->vista->unselectAll();
+        d->vista->seleccionarObjeto(d->actual);
     }
-    d->actual = frameSetActive(d->actual);
+    d->actual = d->vista->frameSetActive(d->actual);
     const bool multiple = seleccion->count() > 1 || shift == CtrlMask;
     if (button == LeftButton)
-        root().clicked(d->actual, multiple);
+        d->vista->raiz().clicked(d->actual, multiple);
     else if (button == RightButton)
-        root().rightClicked(d->actual, multiple);
+        d->vista->raiz().rightClicked(d->actual, multiple);
 }
 
 void ContenedorX::redibujarObjeto(const ObjetoPtr &objeto)
 {
-    dibujarNuevo(objeto);
+    d->dibujarNuevo(objeto);
 }
 
 void ContenedorX::seleccionar(const QString &codigo)
@@ -603,8 +643,8 @@ void ContenedorX::seleccionar(const QString &codigo)
             return;
         const ObjetoPtr k = hijosDe(*d->objeto)->Item(codigo);
         if (k && !k->getSeleccionado()) {
-            seleccionarObjeto(k);
-            dibujarNuevo(k);
+            d->vista->seleccionarObjeto(k);
+            d->dibujarNuevo(k);
         }
     });
 }
@@ -617,74 +657,74 @@ void ContenedorX::seleccionarTodos()
         for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
             if (k->getSeleccionado())
                 continue;
-            seleccionarObjeto(k);
-            dibujarNuevo(k);
+            d->vista->seleccionarObjeto(k);
+            d->dibujarNuevo(k);
         }
     });
 }
 
 // --- Moving and drag-and-drop -----------------------------------------------
 
-void ContenedorX::startDrag(int shift, QPointF punto)
+void ContenedorX::Private::startDrag(int shift, QPointF punto)
 {
-    d->dragging = true;
-    d->dragX = redondear(float(punto.x()));
-    d->dragY = redondear(float(punto.y()));
+    dragging = true;
+    dragX = redondear(float(punto.x()));
+    dragY = redondear(float(punto.y()));
     // With Shift the outline boxes show at once.
     if (shift == ShiftMask) {
         moverConCajas();
     } else {
-        d->boxesCreated = false;
-        d->boxesVisible = false;
+        boxesCreated = false;
+        boxesVisible = false;
     }
     QString nombre;
-    trap(QStringLiteral("ContenedorX.OLEStartDrag->"), [&] { nombre = frameName(); });
-    arrastrar(nombre, flechaSimple());
+    trap(QStringLiteral("ContenedorX.OLEStartDrag->"), [&] { nombre = vista->frameName(); });
+    vista->arrastrar(nombre, flechaSimple());
 }
 
-void ContenedorX::moverConCajas()
+void ContenedorX::Private::moverConCajas()
 {
     trap(QStringLiteral("ContenedorX.moverConCajas->"), [&] {
-        d->boxesCreated = true;
-        d->boxesVisible = true;
-        for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
-            dibujarOtraCaja(o, float(d->dragX), float(d->dragY));
+        boxesCreated = true;
+        boxesVisible = true;
+        for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum())
+            dibujarOtraCaja(o, float(dragX), float(dragY));
     });
 }
 
-void ContenedorX::dibujarOtraCaja(const ObjetoPtr &o, float x, float y)
+void ContenedorX::Private::dibujarOtraCaja(const ObjetoPtr &o, float x, float y)
 {
     trap(QStringLiteral("ContenedorX.dibujarOtraCaja->"), [&] {
-        const IObjeto &objeto = requerido(o);
-        const QPointF desde = puntoPulsado();
-        const QRect lugar(enPixeles(objeto.getX() * d->escala + margen + (x - float(desde.x()))),
-                          enPixeles(objeto.getY() * d->escala + margen + (y - float(desde.y()))),
-                          std::max(0, enPixeles(objeto.getAncho() * d->escala)),
-                          std::max(0, enPixeles(objeto.getAlto() * d->escala)));
-        QWidget *caja = d->cajas.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja(objeto));
+        const IObjeto &hijo = requerido(o);
+        const QPointF desde = vista->pulsado;
+        const QRect lugar(enPixeles(hijo.getX() * escala + margen + (x - float(desde.x()))),
+                          enPixeles(hijo.getY() * escala + margen + (y - float(desde.y()))),
+                          std::max(0, enPixeles(hijo.getAncho() * escala)),
+                          std::max(0, enPixeles(hijo.getAlto() * escala)));
+        QWidget *caja = cajas.add(QStringLiteral("Tarvonix.Dummy"), nombreCaja(hijo));
         caja->setGeometry(lugar);
         caja->raise();
         caja->show();
     });
 }
 
-void ContenedorX::moverOtraCaja(const ObjetoPtr &o, float dx, float dy)
+void ContenedorX::Private::moverOtraCaja(const ObjetoPtr &o, float dx, float dy)
 {
     trap(QStringLiteral("ContenedorX.moverOtraCaja->"), [&] {
-        QWidget *caja = d->cajas.item(nombreCaja(requerido(o)));
+        QWidget *caja = cajas.item(nombreCaja(requerido(o)));
         caja->move(enPixeles(caja->x() + dx), enPixeles(caja->y() + dy));
     });
 }
 
-void ContenedorX::borrarOtraCaja(const ObjetoPtr &o)
+void ContenedorX::Private::borrarOtraCaja(const ObjetoPtr &o)
 {
-    trap(QStringLiteral("ContenedorX.borrarOtraCaja->"), [&] { d->cajas.remove(nombreCaja(requerido(o))); });
+    trap(QStringLiteral("ContenedorX.borrarOtraCaja->"), [&] { cajas.remove(nombreCaja(requerido(o))); });
 }
 
-void ContenedorX::OtraCajaVisible(const ObjetoPtr &o, bool visible)
+void ContenedorX::Private::OtraCajaVisible(const ObjetoPtr &o, bool visible)
 {
     trap(QStringLiteral("ContenedorX.OtraCajaVisible->"),
-         [&] { d->cajas.item(nombreCaja(requerido(o)))->setVisible(visible); });
+         [&] { cajas.item(nombreCaja(requerido(o)))->setVisible(visible); });
 }
 
 void ContenedorX::dragOver(int shift, QPointF punto, Qt::DropAction &efecto)
@@ -694,7 +734,7 @@ void ContenedorX::dragOver(int shift, QPointF punto, Qt::DropAction &efecto)
         if (d->dragging) {
             if (d->boxesVisible) {
                 for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
-                    OtraCajaVisible(o, false);
+                    d->OtraCajaVisible(o, false);
             }
             d->boxesVisible = false;
         }
@@ -706,36 +746,36 @@ void ContenedorX::dragOver(int shift, QPointF punto, Qt::DropAction &efecto)
         return;
     }
     // A move: the boxes follow the pointer and the control grows under them.
-    const QPoint extremo = moverCajas(punto);
+    const QPoint extremo = d->moverCajas(punto);
     efecto = Qt::MoveAction;
-    crecerBajoCajas(extremo);
+    d->crecerBajoCajas(extremo);
     d->dragX = redondear(float(punto.x()));
     d->dragY = redondear(float(punto.y()));
 }
 
 //! Moves the outline boxes to the pointer; answers the largest right and bottom edge they reach.
-QPoint ContenedorX::moverCajas(QPointF punto)
+QPoint ContenedorX::Private::moverCajas(QPointF punto)
 {
     const float x = float(punto.x());
     const float y = float(punto.y());
-    const QPointF desde = puntoPulsado();
-    if (!d->boxesCreated) {
-        d->dragX = redondear(x);
-        d->dragY = redondear(y);
+    const QPointF desde = vista->pulsado;
+    if (!boxesCreated) {
+        dragX = redondear(x);
+        dragY = redondear(y);
         moverConCajas();
-    } else if (!d->boxesVisible) {
-        for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
+    } else if (!boxesVisible) {
+        for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum())
             OtraCajaVisible(o, true);
-        d->boxesVisible = true;
+        boxesVisible = true;
     }
-    const float dx = x - float(d->dragX);
-    const float dy = y - float(d->dragY);
+    const float dx = x - float(dragX);
+    const float dy = y - float(dragY);
     qint16 maxRight = 0;
     qint16 maxBottom = 0;
-    for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
+    for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum()) {
         moverOtraCaja(o, dx, dy);
-        const float right = (qint32(o->getX()) + o->getAncho()) * d->escala + margen + (x - float(desde.x()));
-        const float bottom = (qint32(o->getY()) + o->getAlto()) * d->escala + margen + (y - float(desde.y()));
+        const float right = (qint32(o->getX()) + o->getAncho()) * escala + margen + (x - float(desde.x()));
+        const float bottom = (qint32(o->getY()) + o->getAlto()) * escala + margen + (y - float(desde.y()));
         maxRight = std::max(maxRight, toInt16(double(right)));
         maxBottom = std::max(maxBottom, toInt16(double(bottom)));
     }
@@ -743,17 +783,17 @@ QPoint ContenedorX::moverCajas(QPointF punto)
 }
 
 //! Boxes past the control's edges grow it to them plus the slack, never beyond 32000 plus the slack.
-void ContenedorX::crecerBajoCajas(QPoint extremo)
+void ContenedorX::Private::crecerBajoCajas(QPoint extremo)
 {
-    int ancho = width();
-    int alto = height();
+    int ancho = q->width();
+    int alto = q->height();
     if (extremo.x() > ancho)
         ancho = std::min(extremo.x(), 32000) + holgura;
     if (extremo.y() > alto)
         alto = std::min(extremo.y(), 32000) + holgura;
-    if (ancho != width() || alto != height()) {
-        resize(ancho, alto);
-        frameResize();
+    if (ancho != q->width() || alto != q->height()) {
+        q->resize(ancho, alto);
+        vista->frameResize();
     }
 }
 
@@ -763,7 +803,7 @@ void ContenedorX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::D
         // A drop for the map: what was dragged, from which frame, onto what.
         efecto = Qt::CopyAction;
         const ObjetoPtr destino = sobreQuien(float(punto.x()), float(punto.y()));
-        root().droped(texto, destino, shift);
+        d->vista->raiz().droped(texto, destino, shift);
         return;
     }
     if (d->bloqueo || !d->dragging) {
@@ -772,20 +812,20 @@ void ContenedorX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::D
     }
     // The move, measured from the press: the pointer's whole travel over the scale.
     efecto = Qt::MoveAction;
-    IMapaX &raiz = root();
-    const QPointF desde = puntoPulsado();
+    IMapaX &raiz = d->vista->raiz();
+    const QPointF desde = d->vista->pulsado;
     const float dx = (float(punto.x()) - float(desde.x())) / d->escala;
     const float dy = (float(punto.y()) - float(desde.y())) / d->escala;
     for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
-        limpiar(o);
+        d->limpiar(o);
         const qint16 nuevoX = toInt16(double(o->getX() + dx));
         const qint16 nuevoY = toInt16(double(o->getY() + dy));
         o->setX(nuevoX);
         o->setY(nuevoY);
-        dibujarNuevo(o);
+        d->dibujarNuevo(o);
         raiz.moved(o);
     }
-    validarControl();
+    d->validarControl();
 }
 
 void ContenedorX::completeDrag()
@@ -795,7 +835,7 @@ void ContenedorX::completeDrag()
             return;
         if (d->boxesCreated) {
             for (const ObjetoPtr &o : getSeleccionados()->NewEnum())
-                borrarOtraCaja(o);
+                d->borrarOtraCaja(o);
             // Boxes of children that left the selection during the drag go too.
             for (const QString &nombre : d->cajas.names())
                 d->cajas.remove(nombre);
@@ -815,23 +855,23 @@ enum Alineacion { Arriba, Izquierda, Dimension };
 
 void ContenedorX::alinearHorizontal(const ObjetoPtr &referencia)
 {
-    alinear(QStringLiteral("ContenedorX.IContenedorX_alinearHorizontal->"), referencia, Arriba);
+    d->alinear(QStringLiteral("ContenedorX.IContenedorX_alinearHorizontal->"), referencia, Arriba);
 }
 
 void ContenedorX::alinearVertical(const ObjetoPtr &referencia)
 {
-    alinear(QStringLiteral("ContenedorX.IContenedorX_alinearVertical->"), referencia, Izquierda);
+    d->alinear(QStringLiteral("ContenedorX.IContenedorX_alinearVertical->"), referencia, Izquierda);
 }
 
 void ContenedorX::igualarDimension(const ObjetoPtr &referencia)
 {
-    alinear(QStringLiteral("ContenedorX.IContenedorX_igualarDimension->"), referencia, Dimension);
+    d->alinear(QStringLiteral("ContenedorX.IContenedorX_igualarDimension->"), referencia, Dimension);
 }
 
-void ContenedorX::alinear(const QString &label, const ObjetoPtr &referencia, int que)
+void ContenedorX::Private::alinear(const QString &label, const ObjetoPtr &referencia, int que)
 {
     trap(label, [&] {
-        if (getSeleccionados()->count() == 0)
+        if (q->getSeleccionados()->count() == 0)
             return;
         // The reference is read once: it may be one of the selection.
         const IObjeto &modelo = requerido(referencia);
@@ -839,10 +879,10 @@ void ContenedorX::alinear(const QString &label, const ObjetoPtr &referencia, int
         const qint16 y = modelo.getY();
         const qint16 ancho = modelo.getAncho();
         const qint16 alto = modelo.getAlto();
-        IMapaX &raiz = root();
-        d->ajuste = std::make_unique<Ajuste>();
-        const auto fin = qScopeGuard([this] { d->ajuste.reset(); });
-        for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
+        IMapaX &raiz = vista->raiz();
+        ajuste = std::make_unique<Ajuste>();
+        const auto fin = qScopeGuard([this] { ajuste.reset(); });
+        for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum()) {
             limpiar(o);
             if (que == Arriba) {
                 o->setY(y);
@@ -861,15 +901,15 @@ void ContenedorX::alinear(const QString &label, const ObjetoPtr &referencia, int
 
 void ContenedorX::distribuirHorizontal()
 {
-    distribuir(QStringLiteral("ContenedorX.IContenedorX_distribuirHorizontal->"), Eje::Horizontal);
+    d->distribuir(QStringLiteral("ContenedorX.IContenedorX_distribuirHorizontal->"), Eje::Horizontal);
 }
 
 void ContenedorX::distribuirVertical()
 {
-    distribuir(QStringLiteral("ContenedorX.IContenedorX_distribuirVertical->"), Eje::Vertical);
+    d->distribuir(QStringLiteral("ContenedorX.IContenedorX_distribuirVertical->"), Eje::Vertical);
 }
 
-void ContenedorX::distribuir(const QString &label, Eje eje)
+void ContenedorX::Private::distribuir(const QString &label, Eje eje)
 {
     trap(label, [&] {
         const bool horizontal = eje == Eje::Horizontal;
@@ -880,11 +920,11 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
             return horizontal ? o.getAncho() : o.getAlto();
         };
         // Two or fewer have nothing in between.
-        if (getSeleccionados()->count() <= 2)
+        if (q->getSeleccionados()->count() <= 2)
             return;
-        IMapaX &raiz = root();
-        d->ajuste = std::make_unique<Ajuste>();
-        const auto fin = qScopeGuard([this] { d->ajuste.reset(); });
+        IMapaX &raiz = vista->raiz();
+        ajuste = std::make_unique<Ajuste>();
+        const auto fin = qScopeGuard([this] { ajuste.reset(); });
 
         // Extent and total length of the selection, and the selection ordered by position.
         struct Elemento
@@ -894,11 +934,11 @@ void ContenedorX::distribuir(const QString &label, Eje eje)
             qsizetype orden;
         };
         std::vector<Elemento> lista;
-        lista.reserve(size_t(getSeleccionados()->count()));
+        lista.reserve(size_t(q->getSeleccionados()->count()));
         qint64 minLeft = 32000;
         qint64 maxRight = 0;
         qint64 total = 0;
-        for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
+        for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum()) {
             const qint64 left = posicion(*o);
             const qint64 right = left + largo(*o) - 1;
             minLeft = std::min(minLeft, left);

@@ -1,8 +1,8 @@
 #ifndef TARVONIX_CONTENEDORX_H
 #define TARVONIX_CONTENEDORX_H
 
-#include <tarvonix/tarvonix_export.h>
 #include <tarvonix/platform/stylecodes.h>
+#include <tarvonix/tarvonix_export.h>
 #include <tarvonix/views/vistax.h>
 
 #include <memory>
@@ -79,8 +79,6 @@ public:
     void seleccionar(const QString &codigo) override;
 
 private:
-    enum class Eje { Horizontal, Vertical };
-
     // VistaX
     void redibujarObjeto(const ObjetoPtr &objeto) override;
     void MouseDown(int button, int shift, QPointF punto) override;
@@ -91,29 +89,6 @@ private:
     void dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto) override;
     void completeDrag() override;
     void pintar(QPainter &painter, const QRect &expuesto) override;
-
-    void pintarHijos(const QRect &expuesto);
-    void dibujarObjeto(float x, float y, float w, float h, const ObjetoPtr &o);
-    void dibujarNuevo(const ObjetoPtr &o);
-    void redibujarHijo(const QString &etiqueta, const ObjetoPtr &o);
-    void limpiar(const ObjetoPtr &o);
-    void validar(const ObjetoPtr &o);
-    void validarControl(const ObjetoPtr &cambiado = nullptr);
-    void ajustarTamano(int right, int bottom);
-    void invalidar(const QRectF &area);
-    bool esLigado(const ObjetoPtr &o);
-
-    void startDrag(int shift, QPointF punto);
-    void moverConCajas();
-    void dibujarOtraCaja(const ObjetoPtr &o, float x, float y);
-    void moverOtraCaja(const ObjetoPtr &o, float dx, float dy);
-    void borrarOtraCaja(const ObjetoPtr &o);
-    void OtraCajaVisible(const ObjetoPtr &o, bool visible);
-    QPoint moverCajas(QPointF punto);
-    void crecerBajoCajas(QPoint extremo);
-
-    void alinear(const QString &label, const ObjetoPtr &referencia, int que);
-    void distribuir(const QString &label, Eje eje);
 
     struct Private;
     std::unique_ptr<Private> d;

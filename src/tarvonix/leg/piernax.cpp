@@ -15,6 +15,7 @@
 #include <tarvonix/platform/shiftstate.h>
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/views/imapax.h>
+#include <tarvonix/views/vistax_p.h>
 #include <tarvonix/widgets/dummy.h>
 #include <tarvonix/widgets/etiquetas.h>
 
@@ -22,6 +23,7 @@
 #include <QMimeData>
 
 #include <cmath>
+#include <functional>
 
 namespace tarvonix {
 
@@ -69,6 +71,40 @@ bool celdaDelCodigo(const QString &codigo, qint16 &fila, qint16 &columna)
 
 struct PiernaX::Private
 {
+    explicit Private(PiernaX *owner)
+        : q(owner)
+        , vista(VistaXPrivate::get(owner))
+    { }
+
+    //! The bound leg; fails with Error::ObjectNotSet when there is none.
+    std::shared_ptr<Pierna> piernaLigada() const;
+    GeometriaCeldas geometria() const;
+    //! Runs \a paso on every position that holds an object: tier, position, object.
+    void porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso);
+
+    // Layout and drawing
+    void validarControl();
+    void dibujarEscalas();
+    void dibujarUbicaciones();
+    void dibujarTodo(double margen, const QRect &expuesto);
+    void dibujarCelda(const ObjetoPtr &objeto);
+    void dibujarObjeto(double x, double y, double ancho, double alto, const ObjetoPtr &objeto);
+    void dibujarVacia(double x, double y, double lado);
+
+    // Selection
+    //! Keeps the tier and position under the point (\a x, \a y) as the last hit.
+    void sobreQuien(double x, double y);
+    void selectRectangle(int fila1, int columna1, int fila2, int columna2);
+
+    // The tier strip
+    void escalasClick(int etiqueta, bool derecho);
+    void escalasOLEStartDrag();
+    void escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int shift, int etiqueta);
+
+    PiernaX *const q;
+    // What the view base keeps for this view: the selection, the press, the band, the frame, the surface.
+    VistaXPrivate *const vista;
+
     std::shared_ptr<Pierna> pierna;
     float escala = 1.0f;
 
@@ -82,7 +118,7 @@ struct PiernaX::Private
 
 PiernaX::PiernaX(QWidget *parent)
     : VistaX(QStringLiteral("PiernaX"), QStringLiteral("Caja"), parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_unique<Private>(this))
 {
     setAutoFillBackground(true);
     QPalette fondo = palette();
@@ -106,17 +142,19 @@ PiernaX::PiernaX(QWidget *parent)
     d->escalas->setFont(fuenteEtiquetas);
     d->escalas->setGeometry(0, 0, 20, 84);
 
-    Dummy &caja = banda();
+    Dummy &caja = d->vista->cajaBanda();
     caja.setBackColor(blanco);
     caja.setBackStyle(BackTransparent);
     caja.setBorderStyle(BorderSingle);
 
-    connect(d->escalas, &etiquetas::Click, this, [this](int etiqueta) { escalasClick(etiqueta, false); });
-    connect(d->escalas, &etiquetas::RightClick, this, [this](int etiqueta) { escalasClick(etiqueta, true); });
-    connect(d->escalas, &etiquetas::OLEStartDrag, this, [this](float, float, int) { escalasOLEStartDrag(); });
+    connect(d->escalas, &etiquetas::Click, this, [this](int etiqueta) { d->escalasClick(etiqueta, false); });
+    connect(d->escalas, &etiquetas::RightClick, this,
+            [this](int etiqueta) { d->escalasClick(etiqueta, true); });
+    connect(d->escalas, &etiquetas::OLEStartDrag, this,
+            [this](float, float, int) { d->escalasOLEStartDrag(); });
     connect(d->escalas, &etiquetas::OLEDragDrop, this,
             [this](const QMimeData *datos, qint32 *effect, int, int shift, float, float, int etiqueta) {
-                escalasOLEDragDrop(datos, effect, shift, etiqueta);
+                d->escalasOLEDragDrop(datos, effect, shift, etiqueta);
             });
 }
 
@@ -164,17 +202,17 @@ void PiernaX::escalaSeleccionada()
 // ---------------------------------------------------------------------------
 // Helpers
 
-std::shared_ptr<Pierna> PiernaX::pierna() const
+std::shared_ptr<Pierna> PiernaX::Private::piernaLigada() const
 {
-    if (!d->pierna)
+    if (!pierna)
         throw Error(Error::ObjectNotSet);
-    return d->pierna;
+    return pierna;
 }
 
-void PiernaX::porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso)
+void PiernaX::Private::porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso)
 {
     // Tier by tier from the bottom, position by position from the left; empty positions are passed over.
-    const auto leg = pierna();
+    const auto leg = piernaLigada();
     const qint16 filas = leg->getFilas();
     for (int t = 1; t <= filas; ++t) {
         const qint16 largo = leg->getLargo(qint16(t));
@@ -185,9 +223,9 @@ void PiernaX::porCelda(const std::function<void(int, int, const ObjetoPtr &)> &p
     }
 }
 
-GeometriaCeldas PiernaX::geometria() const
+GeometriaCeldas PiernaX::Private::geometria() const
 {
-    return GeometriaCeldas(height(), d->escala, pierna()->getClasica());
+    return GeometriaCeldas(q->height(), escala, piernaLigada()->getClasica());
 }
 
 // ---------------------------------------------------------------------------
@@ -196,7 +234,7 @@ GeometriaCeldas PiernaX::geometria() const
 void PiernaX::setObjeto(const ObjetoPtr &objeto)
 {
     d->pierna = Caster::toPierna(objeto);
-    validarControl();
+    d->validarControl();
     update();
 }
 
@@ -208,19 +246,19 @@ ObjetoPtr PiernaX::getObjeto()
 void PiernaX::redibujarObjeto(const ObjetoPtr &objeto)
 {
     if (objeto->getForma() != FormaNinguna)
-        dibujarCelda(objeto);
+        d->dibujarCelda(objeto);
 }
 
 void PiernaX::refrescar()
 {
-    validarControl();
+    d->validarControl();
     update();
 }
 
 void PiernaX::setEscala(float escala)
 {
     d->escala = escala;
-    validarControl();
+    d->validarControl();
     update();
 }
 
@@ -228,10 +266,10 @@ void PiernaX::seleccionarTodos()
 {
     trap(QStringLiteral("PiernaX.IContenedorX_seleccionarTodos->"), [this] {
         escalaSeleccionada();
-        porCelda([this](int, int, const ObjetoPtr &objeto) {
+        d->porCelda([this](int, int, const ObjetoPtr &objeto) {
             if (!objeto->getSeleccionado()) {
-                seleccionarObjeto(objeto);
-                dibujarCelda(objeto);
+                d->vista->seleccionarObjeto(objeto);
+                d->dibujarCelda(objeto);
             }
         });
     });
@@ -244,13 +282,13 @@ void PiernaX::seleccionar(const QString &codigo)
         qint16 columna = 0;
         if (!celdaDelCodigo(codigo, fila, columna))
             throw Error(Error::TypeMismatch);
-        const ObjetoPtr objeto = pierna()->getObjeto(fila, columna);
+        const ObjetoPtr objeto = d->piernaLigada()->getObjeto(fila, columna);
         if (!objeto)
             return;
         escalaSeleccionada();
         if (!objeto->getSeleccionado()) {
-            seleccionarObjeto(objeto);
-            dibujarCelda(objeto);
+            d->vista->seleccionarObjeto(objeto);
+            d->dibujarCelda(objeto);
         }
     });
 }
@@ -258,11 +296,11 @@ void PiernaX::seleccionar(const QString &codigo)
 // ---------------------------------------------------------------------------
 // Layout
 
-void PiernaX::validarControl()
+void PiernaX::Private::validarControl()
 {
     trap(QStringLiteral("PiernaX.validarControl->"), [this] {
         // The leg's size and the cell geometry.
-        const auto leg = pierna();
+        const auto leg = piernaLigada();
         const qint16 filas = leg->getFilas();
         const qint16 largo = leg->getLargo(1);
         const GeometriaCeldas g = geometria();
@@ -270,44 +308,44 @@ void PiernaX::validarControl()
         const int ancho = extension(g.anchoControl(filas, largo));
         const int alto = extension(g.altoControl(filas));
         // Take the size, and let the frame adapt its scroll bars.
-        resize(ancho, alto);
-        frameResize();
+        q->resize(ancho, alto);
+        vista->frameResize();
         // The strips follow the grid.
         dibujarEscalas();
         dibujarUbicaciones();
     });
 }
 
-void PiernaX::dibujarEscalas()
+void PiernaX::Private::dibujarEscalas()
 {
     trap(QStringLiteral("PiernaX.dibujarEscalas->"), [this] {
-        const qint16 filas = pierna()->getFilas();
+        const qint16 filas = piernaLigada()->getFilas();
         const GeometriaCeldas g = geometria();
         // Its top at the top of the highest tier.
-        d->escalas->move(d->escalas->x(), posicion(g.y(filas)));
+        escalas->move(escalas->x(), posicion(g.y(filas)));
         // Counting down (its step is -1), so that the top label reads filas and the bottom one 1.
-        d->escalas->setPrimero(filas);
+        escalas->setPrimero(filas);
         // Its label pitch is the tier pitch.
-        d->escalas->setSeparacion(float(g.ladoCelda() - g.solape()));
+        escalas->setSeparacion(float(g.ladoCelda() - g.solape()));
         // One label per tier.
-        d->escalas->resize(d->escalas->width(), extension((double(d->escalas->Separacion()) + 1) * filas));
-        d->escalas->update();
+        escalas->resize(escalas->width(), extension((double(escalas->Separacion()) + 1) * filas));
+        escalas->update();
     });
 }
 
-void PiernaX::dibujarUbicaciones()
+void PiernaX::Private::dibujarUbicaciones()
 {
     trap(QStringLiteral("PiernaX.dibujarUbicaciones->"), [this] {
-        const qint16 largo = pierna()->getLargo(1);
+        const qint16 largo = piernaLigada()->getLargo(1);
         const GeometriaCeldas g = geometria();
         // Along the bottom edge, from the left margin.
-        d->ubicaciones->move(qRound(GeometriaCeldas::margen), height() - d->ubicaciones->height() - 1);
+        ubicaciones->move(qRound(GeometriaCeldas::margen), q->height() - ubicaciones->height() - 1);
         // Its label pitch is the position pitch.
-        d->ubicaciones->setSeparacion(float(g.ladoCelda()));
+        ubicaciones->setSeparacion(float(g.ladoCelda()));
         // One label per position of the first tier.
-        d->ubicaciones->resize(extension((double(d->ubicaciones->Separacion()) + 1) * largo),
-                               d->ubicaciones->height());
-        d->ubicaciones->update();
+        ubicaciones->resize(extension((double(ubicaciones->Separacion()) + 1) * largo),
+                            ubicaciones->height());
+        ubicaciones->update();
     });
 }
 
@@ -316,14 +354,14 @@ void PiernaX::dibujarUbicaciones()
 
 void PiernaX::pintar(QPainter &, const QRect &expuesto)
 {
-    superficie().setBackColor(fromQColor(palette().color(backgroundRole())));
-    trap(QStringLiteral("PiernaX.dibujarTodo->"), [&] { dibujarTodo(GeometriaCeldas::margen, expuesto); });
+    d->vista->surface.setBackColor(fromQColor(palette().color(backgroundRole())));
+    trap(QStringLiteral("PiernaX.dibujarTodo->"), [&] { d->dibujarTodo(GeometriaCeldas::margen, expuesto); });
 }
 
-void PiernaX::dibujarTodo(double margen, const QRect &expuesto)
+void PiernaX::Private::dibujarTodo(double margen, const QRect &expuesto)
 {
     // The geometry and the leg's shape.
-    const auto leg = pierna();
+    const auto leg = piernaLigada();
     const GeometriaCeldas g = geometria();
     const double lado = g.ladoCelda();
     const bool clasica = leg->getClasica();
@@ -357,44 +395,45 @@ void PiernaX::dibujarTodo(double margen, const QRect &expuesto)
 
     // A line in front of every group of linea positions, in the plain arrangement only.
     if (!clasica && linea > 0) {
-        const double abajo = height() - 21;
+        const double abajo = q->height() - 21;
         const double arriba = g.y(filas) - 1;
-        for (qint64 q = qint64(linea) + 1; q <= maxLargo; q += linea) {
-            const double x = margen + double(q - 1) * (lado + 1);
-            superficie().line(x, abajo, x, arriba);
+        for (qint64 p = qint64(linea) + 1; p <= maxLargo; p += linea) {
+            const double x = margen + double(p - 1) * (lado + 1);
+            vista->surface.line(x, abajo, x, arriba);
         }
     }
 }
 
-void PiernaX::dibujarCelda(const ObjetoPtr &objeto)
+void PiernaX::Private::dibujarCelda(const ObjetoPtr &objeto)
 {
     trap(QStringLiteral("PiernaX.dibujarTodo->"), [&] {
         if (!objeto)
             throw Error(Error::ObjectNotSet);
         // The position codes of a leg end in one tier digit and three position digits.
-        qint16 fila = 0;
-        qint16 columna = 0;
-        const auto leg = pierna();
-        if (celdaDelCodigo(objeto->getPadre(), fila, columna) && leg->getObjeto(fila, columna) == objeto) {
-            const QRectF celda = geometria().celda(fila, columna).normalized();
-            update(celda.toAlignedRect().adjusted(-1, -1, 1, 1));
+        qint16 filaPadre = 0;
+        qint16 columnaPadre = 0;
+        const auto leg = piernaLigada();
+        if (celdaDelCodigo(objeto->getPadre(), filaPadre, columnaPadre)
+            && leg->getObjeto(filaPadre, columnaPadre) == objeto) {
+            const QRectF celda = geometria().celda(filaPadre, columnaPadre).normalized();
+            q->update(celda.toAlignedRect().adjusted(-1, -1, 1, 1));
             return;
         }
         // Codes of tiers past 9 (and wrapped ones) or a parent code that is not the
         // object's position do not lead to its cell: repaint the grid instead.
-        update();
+        q->update();
     });
 }
 
-void PiernaX::dibujarVacia(double x, double y, double lado)
+void PiernaX::Private::dibujarVacia(double x, double y, double lado)
 {
     // A circle with a plus, in the current fore colour.
-    superficie().circle(x + lado / 2, y + lado / 2, lado / 2);
-    superficie().line(x + lado / 4, y + lado / 2, x + 3 * lado / 4 + 1, y + lado / 2);
-    superficie().line(x + lado / 2, y + lado / 4, x + lado / 2, y + 3 * lado / 4 + 1);
+    vista->surface.circle(x + lado / 2, y + lado / 2, lado / 2);
+    vista->surface.line(x + lado / 4, y + lado / 2, x + 3 * lado / 4 + 1, y + lado / 2);
+    vista->surface.line(x + lado / 2, y + lado / 4, x + lado / 2, y + 3 * lado / 4 + 1);
 }
 
-void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const ObjetoPtr &objeto)
+void PiernaX::Private::dibujarObjeto(double x, double y, double ancho, double alto, const ObjetoPtr &objeto)
 {
     trap(QStringLiteral("PiernaX.dibujarObjeto->"), [&] {
         if (!objeto)
@@ -405,30 +444,30 @@ void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const
         const std::shared_ptr<Imagen> imagen = objeto->getImagen();
         const qint32 color = objeto->getColor();
         const QString tip = objeto->getTip();
-        const qint32 fondo = superficie().backColor();
+        const qint32 fondo = vista->surface.backColor();
 
         // Erase the cell to the background.
-        superficie().setFillStyle(Surface::FillSolid);
-        superficie().setFillColor(fondo);
-        superficie().setForeColor(fondo);
+        vista->surface.setFillStyle(Surface::FillSolid);
+        vista->surface.setFillColor(fondo);
+        vista->surface.setForeColor(fondo);
         if (!imagen && forma == FormaCirculo) {
             const double r = ancho / 2 - 1;
-            superficie().circle(x + r, y + r, r);
+            vista->surface.circle(x + r, y + r, r);
         } else {
-            superficie().box(x, y, x + ancho - 1, y + alto - 1);
+            vista->surface.box(x, y, x + ancho - 1, y + alto - 1);
         }
 
         qint32 colorTexto = negro;
         if (!imagen) {
             // The body in the object's colour; hatched when selected, in black on white.
-            superficie().setFillStyle(seleccionado ? Surface::FillUpwardDiagonal : Surface::FillSolid);
-            superficie().setFillColor(seleccionado && color == blanco ? negro : color);
-            superficie().setForeColor(color);
+            vista->surface.setFillStyle(seleccionado ? Surface::FillUpwardDiagonal : Surface::FillSolid);
+            vista->surface.setFillColor(seleccionado && color == blanco ? negro : color);
+            vista->surface.setForeColor(color);
             if (forma == FormaCaja) {
-                superficie().box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
+                vista->surface.box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
             } else if (forma == FormaCirculo) {
                 const double r = ancho / 2 - 2;
-                superficie().circle(x + r + 1, y + r + 1, r);
+                vista->surface.circle(x + r + 1, y + r + 1, r);
             }
             if (!seleccionado)
                 colorTexto = Color::esColorClaro(color) ? negro : blanco;
@@ -436,34 +475,34 @@ void PiernaX::dibujarObjeto(double x, double y, double ancho, double alto, const
             // The picture, hatched over in black when selected.
             const QImage dibujo = imagen->getHandler();
             if (!dibujo.isNull())
-                superficie().paintPicture(dibujo, x, y, ancho, alto);
+                vista->surface.paintPicture(dibujo, x, y, ancho, alto);
             if (seleccionado) {
-                superficie().setFillStyle(Surface::FillUpwardDiagonal);
-                superficie().setFillColor(negro);
+                vista->surface.setFillStyle(Surface::FillUpwardDiagonal);
+                vista->surface.setFillColor(negro);
                 if (forma == FormaCaja) {
-                    superficie().box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
+                    vista->surface.box(x + 1, y + 1, x + ancho - 2, y + alto - 2);
                 } else if (forma == FormaCirculo) {
                     const double r = ancho / 2 - 2;
-                    superficie().circle(x + r + 1, y + r + 1, r);
+                    vista->surface.circle(x + r + 1, y + r + 1, r);
                 }
             }
         }
-        superficie().setForeColor(colorTexto);
+        vista->surface.setForeColor(colorTexto);
 
         // The tip, centred both ways when it fits.
-        superficie().setFillStyle(Surface::FillTransparent);
-        printX(tip, float(x), float(y), float(ancho), float(alto), 0);
+        vista->surface.setFillStyle(Surface::FillTransparent);
+        q->printX(tip, float(x), float(y), float(ancho), float(alto), 0);
 
         // The outline: dotted for the active object.
-        superficie().setForeColor(negro);
-        superficie().setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
+        vista->surface.setForeColor(negro);
+        vista->surface.setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
         if (forma == FormaCaja) {
-            superficie().box(x, y, x + ancho - 1, y + alto - 1);
+            vista->surface.box(x, y, x + ancho - 1, y + alto - 1);
         } else if (forma == FormaCirculo) {
             const double r = ancho / 2 - 1;
-            superficie().circle(x + r, y + r, r);
+            vista->surface.circle(x + r, y + r, r);
         }
-        superficie().setDrawStyle(Surface::DrawSolid);
+        vista->surface.setDrawStyle(Surface::DrawSolid);
     });
 }
 
@@ -471,14 +510,14 @@ void PiernaX::printX(const QString &texto, float margenx, float margeny, float a
                      qint16 posicion)
 {
     trap(QStringLiteral("PiernaX.printX->"), [&] {
-        Surface &s = superficie();
+        Surface &s = d->vista->surface;
         // The room inside the box's border and the text's size.
         const QRectF libre(double(margenx) + 1, double(margeny) + 1, double(ancho) - 2, double(alto) - 2);
         const QSizeF tamano(s.textWidth(texto), s.textHeight(texto));
         // Text that does not fit is left out, not clipped.
         if (tamano.width() > libre.width() || tamano.height() > libre.height())
             return;
-        colocarTexto(posicion, libre, tamano);
+        d->vista->colocarTexto(posicion, libre, tamano);
         s.print(texto);
     });
 }
@@ -486,27 +525,27 @@ void PiernaX::printX(const QString &texto, float margenx, float margeny, float a
 // ---------------------------------------------------------------------------
 // Selection
 
-void PiernaX::sobreQuien(double x, double y)
+void PiernaX::Private::sobreQuien(double x, double y)
 {
     trap(QStringLiteral("PiernaX.sobreQuien->"), [&] {
         const GeometriaCeldas::Celda celda = geometria().sobre(x, y);
-        d->fila = celda.fila;
-        d->columna = celda.columna;
+        fila = celda.fila;
+        columna = celda.columna;
     });
 }
 
-void PiernaX::selectRectangle(int fila1, int columna1, int fila2, int columna2)
+void PiernaX::Private::selectRectangle(int fila1, int columna1, int fila2, int columna2)
 {
     trap(QStringLiteral("PiernaX.selectRectangle->"), [&] {
-        escalaSeleccionada();
-        const auto leg = pierna();
+        q->escalaSeleccionada();
+        const auto leg = piernaLigada();
         const int pasoFila = fila1 > fila2 ? -1 : 1;
         const int pasoColumna = columna1 > columna2 ? -1 : 1;
         // Neither empty cells nor objects already selected are looked for: either ends the selection here.
         for (int t = fila1;; t += pasoFila) {
             for (int p = columna1;; p += pasoColumna) {
                 const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p));
-                getSeleccionados()->add(objeto);
+                q->getSeleccionados()->add(objeto);
                 objeto->setSeleccionado(true);
                 dibujarCelda(objeto);
                 if (p == columna2)
@@ -534,37 +573,37 @@ void PiernaX::MouseDown(int button, int shift, QPointF punto)
     const qint16 columnaAnterior = d->columna;
     // A picked tier gives way; find the cell.
     escalaSeleccionada();
-    sobreQuien(punto.x(), punto.y());
-    const auto leg = pierna();
+    d->sobreQuien(punto.x(), punto.y());
+    const auto leg = d->piernaLigada();
     if (leg->esUbicacion(d->fila, d->columna)) {
         d->actual = leg->getObjeto(d->fila, d->columna);
         if (!d->actual) {
             // An empty position: its position object becomes active.
-            unselectAll();
-            frameSetActive(leg->getUbicacion(d->fila, d->columna));
+            d->vista->unselectAll();
+            d->vista->frameSetActive(leg->getUbicacion(d->fila, d->columna));
         } else {
             // By the shift state, compared as an exact value.
             if (shift == CtrlMask || (shift == ShiftMask && button == RightButton)) {
                 // The selection stays as it is.
             } else if (shift == ShiftMask) {
                 if (anterior) {
-                    unselectAll();
-                    selectRectangle(filaAnterior, columnaAnterior, d->fila, d->columna);
+                    d->vista->unselectAll();
+                    d->selectRectangle(filaAnterior, columnaAnterior, d->fila, d->columna);
                 }
             } else if (d->actual->getCodigo() == leg->getCodigo()) {
-                unselectAll();
+                d->vista->unselectAll();
             } else if (!d->actual->getSeleccionado()) {
                 // A press on a selected object keeps the whole selection, so that a group can be dragged.
-                unselectAll();
-                seleccionarObjeto(d->actual);
+                d->vista->unselectAll();
+                d->vista->seleccionarObjeto(d->actual);
             }
-            d->actual = frameSetActive(d->actual);
+            d->actual = d->vista->frameSetActive(d->actual);
         }
     } else {
         // Outside the positions: the leg itself becomes active.
         d->actual = nullptr;
-        unselectAll();
-        d->pierna = Caster::toPierna(frameSetActive(leg));
+        d->vista->unselectAll();
+        d->pierna = Caster::toPierna(d->vista->frameSetActive(leg));
     }
 }
 
@@ -572,9 +611,9 @@ void PiernaX::MouseMove(int, QPointF punto)
 {
     // Pressed on nothing: a rubber band; on an object: drag the selection out.
     if (!d->actual)
-        seguirBanda(punto);
-    else if (tomarPulsacion(punto))
-        arrastrar(frameName());
+        d->vista->seguirBanda(punto);
+    else if (d->vista->tomarPulsacion(punto))
+        d->vista->arrastrar(d->vista->frameName());
 }
 
 void PiernaX::soltarBanda(const QRect &rect)
@@ -582,11 +621,11 @@ void PiernaX::soltarBanda(const QRect &rect)
     escalaSeleccionada();
     // Toggle every object whose cell lies wholly inside; the rest of the selection stays.
     const QRectF banda(rect);
-    const GeometriaCeldas g = geometria();
-    porCelda([&](int t, int p, const ObjetoPtr &objeto) {
+    const GeometriaCeldas g = d->geometria();
+    d->porCelda([&](int t, int p, const ObjetoPtr &objeto) {
         if (g.enBanda(t, p, banda)) {
-            alternar(objeto);
-            dibujarCelda(objeto);
+            d->vista->alternar(objeto);
+            d->dibujarCelda(objeto);
         }
     });
 }
@@ -594,8 +633,8 @@ void PiernaX::soltarBanda(const QRect &rect)
 void PiernaX::soltarClick(int button, int shift, QPointF punto)
 {
     escalaSeleccionada();
-    sobreQuien(punto.x(), punto.y());
-    const auto leg = pierna();
+    d->sobreQuien(punto.x(), punto.y());
+    const auto leg = d->piernaLigada();
     if (leg->esUbicacion(d->fila, d->columna)) {
         const ObjetoPtr objeto = leg->getObjeto(d->fila, d->columna);
         if (objeto) {
@@ -603,36 +642,36 @@ void PiernaX::soltarClick(int button, int shift, QPointF punto)
             d->actual = objeto;
             // Ctrl toggles; the frame's answer to setActive redraws the cell.
             if (shift == CtrlMask && button != RightButton && d->actual->getCodigo() != leg->getCodigo())
-                alternar(d->actual);
+                d->vista->alternar(d->actual);
             // A plain click inside a group, without a drag, narrows the selection.
             if (shift != ShiftMask && shift != CtrlMask && button == LeftButton
                 && getSeleccionados()->count() > 1) {
-                unselectAll();
-                seleccionarObjeto(d->actual);
+                d->vista->unselectAll();
+                d->vista->seleccionarObjeto(d->actual);
             }
-            d->actual = frameSetActive(d->actual);
+            d->actual = d->vista->frameSetActive(d->actual);
             const bool multi = shift == CtrlMask || getSeleccionados()->count() >= 2;
             if (button == LeftButton)
-                root().clicked(d->actual, multi);
+                d->vista->raiz().clicked(d->actual, multi);
             else if (button == RightButton)
-                root().rightClicked(d->actual, multi);
+                d->vista->raiz().rightClicked(d->actual, multi);
         } else {
             // An empty position: its position object stands in, always reported as multi.
             const ObjetoPtr ubicacion = leg->getUbicacion(d->fila, d->columna);
-            frameSetActive(ubicacion);
+            d->vista->frameSetActive(ubicacion);
             if (button == LeftButton)
-                root().clicked(ubicacion, true);
+                d->vista->raiz().clicked(ubicacion, true);
             else if (button == RightButton)
-                root().rightClicked(ubicacion, true);
+                d->vista->raiz().rightClicked(ubicacion, true);
         }
     } else {
         // Outside the positions: the leg.
         d->actual = nullptr;
-        frameSetActive(leg);
+        d->vista->frameSetActive(leg);
         if (button == LeftButton)
-            root().clicked(leg, false);
+            d->vista->raiz().clicked(leg, false);
         else if (button == RightButton)
-            root().rightClicked(leg, false);
+            d->vista->raiz().rightClicked(leg, false);
     }
 }
 
@@ -660,8 +699,8 @@ void PiernaX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropA
         return;
     }
     efecto = Qt::CopyAction;
-    sobreQuien(punto.x(), punto.y());
-    const auto leg = pierna();
+    d->sobreQuien(punto.x(), punto.y());
+    const auto leg = d->piernaLigada();
     // The object of the cell, else its position, else the leg.
     ObjetoPtr destino;
     if (leg->esUbicacion(d->fila, d->columna)) {
@@ -671,40 +710,40 @@ void PiernaX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropA
     } else {
         destino = leg;
     }
-    root().droped(texto, destino, shift);
+    d->vista->raiz().droped(texto, destino, shift);
     d->escalas->update();
 }
 
 // ---------------------------------------------------------------------------
 // The tier strip
 
-void PiernaX::escalasClick(int etiqueta, bool derecho)
+void PiernaX::Private::escalasClick(int etiqueta, bool derecho)
 {
     const QString label = derecho ? QStringLiteral("PiernaX.escalas.RightClick->")
                                   : QStringLiteral("PiernaX.escalas.Click->");
     trap(label, [&] {
         // The top slot is the highest tier. A tier alone makes the selection, its flag untouched.
-        const auto leg = pierna();
-        d->actual = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
-        unselectAll();
-        getSeleccionados()->add(d->actual);
-        d->actual = frameSetActive(d->actual);
+        const auto leg = piernaLigada();
+        actual = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
+        vista->unselectAll();
+        q->getSeleccionados()->add(actual);
+        actual = vista->frameSetActive(actual);
         if (derecho)
-            root().rightClicked(d->actual, false);
+            vista->raiz().rightClicked(actual, false);
         else
-            root().clicked(d->actual, false);
+            vista->raiz().clicked(actual, false);
     });
 }
 
-void PiernaX::escalasOLEStartDrag()
+void PiernaX::Private::escalasOLEStartDrag()
 {
     trap(QStringLiteral("PiernaX.escalas.OLEStartDrag->"), [this] {
-        if (d->actual)
-            arrastrar(frameName());
+        if (actual)
+            vista->arrastrar(vista->frameName());
     });
 }
 
-void PiernaX::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int shift, int etiqueta)
+void PiernaX::Private::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int shift, int etiqueta)
 {
     qint32 ninguno = 0;
     qint32 &efecto = effect ? *effect : ninguno;
@@ -719,11 +758,11 @@ void PiernaX::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int shi
         }
         efecto = 1;
         const QString origen = datos->text();
-        const auto leg = pierna();
+        const auto leg = piernaLigada();
         const ObjetoPtr destino = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
         if (destino)
-            root().droped(origen, destino, shift);
-        d->escalas->update();
+            vista->raiz().droped(origen, destino, shift);
+        escalas->update();
     });
 }
 

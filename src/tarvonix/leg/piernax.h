@@ -4,15 +4,9 @@
 #include <tarvonix/tarvonix_export.h>
 #include <tarvonix/views/vistax.h>
 
-#include <functional>
 #include <memory>
 
-class QMimeData;
-
 namespace tarvonix {
-
-class GeometriaCeldas;
-class Pierna;
 
 /*!
     The leg view: one leg (Pierna) shown as a grid of square cells, its tiers
@@ -96,29 +90,6 @@ private:
     void dragOver(int shift, QPointF punto, Qt::DropAction &efecto) override;
     void dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto) override;
     void pintar(QPainter &painter, const QRect &expuesto) override;
-
-    GeometriaCeldas geometria() const;
-    //! Runs \a paso on every position that holds an object: tier, position, object.
-    void porCelda(const std::function<void(int, int, const ObjetoPtr &)> &paso);
-    std::shared_ptr<Pierna> pierna() const;
-
-    // Layout and drawing
-    void validarControl();
-    void dibujarEscalas();
-    void dibujarUbicaciones();
-    void dibujarTodo(double margen, const QRect &expuesto);
-    void dibujarCelda(const ObjetoPtr &objeto);
-    void dibujarObjeto(double x, double y, double ancho, double alto, const ObjetoPtr &objeto);
-    void dibujarVacia(double x, double y, double lado);
-
-    // Selection
-    void sobreQuien(double x, double y);
-    void selectRectangle(int fila1, int columna1, int fila2, int columna2);
-
-    // The tier strip
-    void escalasClick(int etiqueta, bool derecho);
-    void escalasOLEStartDrag();
-    void escalasOLEDragDrop(const QMimeData *datos, qint32 *effect, int shift, int etiqueta);
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -1,4 +1,5 @@
 #include <tarvonix/views/vistax.h>
+#include <tarvonix/views/vistax_p.h>
 
 #include <tarvonix/core/error.h>
 #include <tarvonix/model/objetos.h>
@@ -45,31 +46,16 @@ QVariant llamarPorNombre(QWidget *padre, const char *miembro, const QVariantList
 
 } // namespace
 
-struct VistaX::Private
-{
-    QString nombre;
-    float viewLeft = 0;
-    float viewTop = 0;
-    float viewRight = 0;
-    float viewBottom = 0;
-
-    // The frame that holds the view when it fulfils IFrameX; otherwise it is called by name.
-    IFrameX *frame = nullptr;
-    IMapaX *root = nullptr;
-    std::shared_ptr<Objetos> seleccionados = std::make_shared<Objetos>();
-    mutable Surface surface;
-
-    QPointF pulsado;
-    bool armado = false; // a press happened that no band or drag has used yet
-    bool enBanda = false;
-    QPointer<Dummy> banda;
-};
+VistaXPrivate::VistaXPrivate(VistaX *vista, const QString &nombreVista)
+    : q(vista)
+    , nombre(nombreVista)
+    , seleccionados(std::make_shared<Objetos>())
+{ }
 
 VistaX::VistaX(const QString &nombre, const QString &nombreBanda, QWidget *parent)
     : QWidget(parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_unique<VistaXPrivate>(this, nombre))
 {
-    d->nombre = nombre;
     d->frame = dynamic_cast<IFrameX *>(parent);
     d->surface.setFont(font());
     setAcceptDrops(true);
@@ -94,29 +80,9 @@ void VistaX::setViewPort(float left, float top, float right, float bottom)
     d->viewBottom = bottom;
 }
 
-float VistaX::viewLeft() const
+QString VistaXPrivate::etiqueta(const char *operacion) const
 {
-    return d->viewLeft;
-}
-
-float VistaX::viewTop() const
-{
-    return d->viewTop;
-}
-
-float VistaX::viewRight() const
-{
-    return d->viewRight;
-}
-
-float VistaX::viewBottom() const
-{
-    return d->viewBottom;
-}
-
-QString VistaX::etiqueta(const char *operacion) const
-{
-    return d->nombre + QLatin1Char('.') + QLatin1String(operacion) + QLatin1String("->");
+    return nombre + QLatin1Char('.') + QLatin1String(operacion) + QLatin1String("->");
 }
 
 void VistaX::setRoot(IMapaX *root)
@@ -124,24 +90,19 @@ void VistaX::setRoot(IMapaX *root)
     d->root = root;
 }
 
-IMapaX &VistaX::root() const
+IMapaX &VistaXPrivate::raiz() const
 {
-    if (!d->root)
+    if (!root)
         throw Error(Error::ObjectNotSet);
-    return *d->root;
+    return *root;
 }
 
-ObjetoPtr VistaX::ligado()
+ObjetoPtr VistaXPrivate::ligado()
 {
-    ObjetoPtr objeto = getObjeto();
+    ObjetoPtr objeto = q->getObjeto();
     if (!objeto)
         throw Error(Error::ObjectNotSet);
     return objeto;
-}
-
-Surface &VistaX::superficie() const
-{
-    return d->surface;
 }
 
 // --- Selection ---------------------------------------------------------------
@@ -151,36 +112,36 @@ std::shared_ptr<Objetos> VistaX::getSeleccionados()
     return d->seleccionados;
 }
 
-void VistaX::seleccionarObjeto(const ObjetoPtr &objeto)
+void VistaXPrivate::seleccionarObjeto(const ObjetoPtr &objeto)
 {
-    d->seleccionados->add(objeto);
+    seleccionados->add(objeto);
     objeto->setSeleccionado(true);
 }
 
-void VistaX::alternar(const ObjetoPtr &objeto)
+void VistaXPrivate::alternar(const ObjetoPtr &objeto)
 {
     if (objeto->getSeleccionado()) {
-        d->seleccionados->remove(objeto);
+        seleccionados->remove(objeto);
         objeto->setSeleccionado(false);
     } else {
         seleccionarObjeto(objeto);
     }
 }
 
-void VistaX::unselectAll()
+void VistaXPrivate::unselectAll()
 {
     trap(etiqueta("unselectAll"), [&] {
-        for (const ObjetoPtr &objeto : d->seleccionados->NewEnum()) {
+        for (const ObjetoPtr &objeto : seleccionados->NewEnum()) {
             objeto->setSeleccionado(false);
-            redibujarObjeto(objeto);
+            q->redibujarObjeto(objeto);
         }
-        d->seleccionados->clear();
+        seleccionados->clear();
     });
 }
 
 void VistaX::deseleccionarTodos()
 {
-    unselectAll();
+    d->unselectAll();
 }
 
 // A view whose objects have fixed places, like the leg's grid, has nothing to lock, align or distribute.
@@ -198,12 +159,12 @@ void VistaX::distribuirVertical() { }
 
 void VistaX::setActivo(const ObjetoPtr &objeto, bool valor)
 {
-    trap(etiqueta("IContenedorX_setActivo"), [&] {
+    trap(d->etiqueta("IContenedorX_setActivo"), [&] {
         // A frame that activates or deactivates itself passes no object: nothing to mark.
         if (!objeto)
             return;
         // The bound object itself is never marked.
-        if (objeto->getCodigo() == ligado()->getCodigo())
+        if (objeto->getCodigo() == d->ligado()->getCodigo())
             return;
         objeto->setActivo(valor);
         redibujarObjeto(objeto);
@@ -212,50 +173,51 @@ void VistaX::setActivo(const ObjetoPtr &objeto, bool valor)
 
 // --- The frame ---------------------------------------------------------------
 
-bool VistaX::framePActive()
+bool VistaXPrivate::framePActive()
 {
-    return d->frame ? d->frame->pActive() : llamarPorNombre(parentWidget(), "pActive").toBool();
+    return frame ? frame->pActive() : llamarPorNombre(q->parentWidget(), "pActive").toBool();
 }
 
-ObjetoPtr VistaX::frameSetActive(const ObjetoPtr &objeto)
+ObjetoPtr VistaXPrivate::frameSetActive(const ObjetoPtr &objeto)
 {
-    if (d->frame)
-        return d->frame->setActive(objeto);
-    return llamarPorNombre(parentWidget(), "setActive", { QVariant::fromValue(objeto) }).value<ObjetoPtr>();
+    if (frame)
+        return frame->setActive(objeto);
+    return llamarPorNombre(q->parentWidget(), "setActive", { QVariant::fromValue(objeto) })
+        .value<ObjetoPtr>();
 }
 
-void VistaX::frameResize()
+void VistaXPrivate::frameResize()
 {
-    if (d->frame)
-        d->frame->Resize(this);
+    if (frame)
+        frame->Resize(q);
     else
-        llamarPorNombre(parentWidget(), "Resize", { QVariant::fromValue<QWidget *>(this) });
+        llamarPorNombre(q->parentWidget(), "Resize", { QVariant::fromValue<QWidget *>(q) });
 }
 
-QString VistaX::frameName()
+QString VistaXPrivate::frameName()
 {
-    return d->frame ? parentWidget()->objectName() : llamarPorNombre(parentWidget(), "Name").toString();
+    return frame ? q->parentWidget()->objectName() : llamarPorNombre(q->parentWidget(), "Name").toString();
 }
 
-void VistaX::activarFrame()
+void VistaXPrivate::activarFrame()
 {
-    if (d->frame) {
-        if (!d->frame->isActive())
-            d->frame->activate();
-    } else if (!llamarPorNombre(parentWidget(), "isActive").toBool()) {
-        llamarPorNombre(parentWidget(), "activate");
+    if (frame) {
+        if (!frame->isActive())
+            frame->activate();
+    } else if (!llamarPorNombre(q->parentWidget(), "isActive").toBool()) {
+        llamarPorNombre(q->parentWidget(), "activate");
     }
 }
 
-void VistaX::desplazarFrame(Qt::Orientation sentido, qint16 paso)
+void VistaXPrivate::desplazarFrame(Qt::Orientation sentido, qint16 paso)
 {
-    if (!d->frame)
-        llamarPorNombre(parentWidget(), sentido == Qt::Horizontal ? "hScroll" : "vScroll",
+    if (!frame)
+        llamarPorNombre(q->parentWidget(), sentido == Qt::Horizontal ? "hScroll" : "vScroll",
                         { QVariant::fromValue(paso) });
     else if (sentido == Qt::Horizontal)
-        d->frame->hScroll(paso);
+        frame->hScroll(paso);
     else
-        d->frame->vScroll(paso);
+        frame->vScroll(paso);
 }
 
 void VistaX::changeEvent(QEvent *event)
@@ -270,34 +232,29 @@ void VistaX::changeEvent(QEvent *event)
 
 // --- Gestures ----------------------------------------------------------------
 
-QPointF VistaX::puntoPulsado() const
+bool VistaXPrivate::tomarPulsacion(QPointF punto)
 {
-    return d->pulsado;
-}
-
-bool VistaX::tomarPulsacion(QPointF punto)
-{
-    const double dx = punto.x() - d->pulsado.x();
-    const double dy = punto.y() - d->pulsado.y();
-    if (!d->armado || !(dx * dx + dy * dy > umbralPulsacion2))
+    const double dx = punto.x() - pulsado.x();
+    const double dy = punto.y() - pulsado.y();
+    if (!armado || !(dx * dx + dy * dy > umbralPulsacion2))
         return false;
-    d->armado = false;
+    armado = false;
     return true;
 }
 
-void VistaX::seguirBanda(QPointF punto)
+void VistaXPrivate::seguirBanda(QPointF punto)
 {
-    if (!d->enBanda && !tomarPulsacion(punto))
+    if (!enBanda && !tomarPulsacion(punto))
         return;
-    d->enBanda = true;
-    mostrarBanda(d->pulsado, punto);
+    enBanda = true;
+    mostrarBanda(pulsado, punto);
 }
 
-void VistaX::mostrarBanda(QPointF desde, QPointF hasta)
+void VistaXPrivate::mostrarBanda(QPointF desde, QPointF hasta)
 {
     const double ancho = desde.x() == hasta.x() ? 1 : std::abs(hasta.x() - desde.x());
     const double alto = desde.y() == hasta.y() ? 1 : std::abs(hasta.y() - desde.y());
-    Dummy &caja = banda();
+    Dummy &caja = cajaBanda();
     caja.setGeometry(enPixeles(std::min(desde.x(), hasta.x())), enPixeles(std::min(desde.y(), hasta.y())),
                      enPixeles(ancho), enPixeles(alto));
     if (caja.isHidden()) {
@@ -306,22 +263,22 @@ void VistaX::mostrarBanda(QPointF desde, QPointF hasta)
     }
 }
 
-Dummy &VistaX::banda() const
+Dummy &VistaXPrivate::cajaBanda() const
 {
-    if (!d->banda)
+    if (!banda)
         throw Error(Error::ControlNotFound);
-    return *d->banda;
+    return *banda;
 }
 
-void VistaX::arrastrar(const QString &texto, const QPixmap &cursorMover)
+void VistaXPrivate::arrastrar(const QString &texto, const QPixmap &cursorMover)
 {
     auto *datos = new QMimeData;
     datos->setText(texto);
-    auto *drag = new QDrag(this);
+    auto *drag = new QDrag(q);
     drag->setMimeData(datos);
     if (!cursorMover.isNull())
         drag->setDragCursor(cursorMover, Qt::MoveAction);
-    const QPointer<VistaX> self(this);
+    const QPointer<VistaX> self(q);
     DragRunner::run(drag, Qt::CopyAction | Qt::MoveAction, [self](Qt::DropAction) {
         if (self)
             self->completeDrag();
@@ -330,9 +287,9 @@ void VistaX::arrastrar(const QString &texto, const QPixmap &cursorMover)
 
 void VistaX::completeDrag() { }
 
-void VistaX::colocarTexto(qint16 posicion, const QRectF &libre, QSizeF texto)
+void VistaXPrivate::colocarTexto(qint16 posicion, const QRectF &libre, QSizeF texto)
 {
-    Surface &s = d->surface;
+    Surface &s = surface;
     switch (posicion & 3) {
     case 0:
         s.setCurrentX(libre.x() + (libre.width() - texto.width()) / 2);
@@ -375,7 +332,7 @@ void VistaX::mousePressEvent(QMouseEvent *event)
 {
     const int button = mouseButton(event->button());
     const int shift = shiftState(event->modifiers());
-    trap(etiqueta("MouseDown"), [&] {
+    trap(d->etiqueta("MouseDown"), [&] {
         d->pulsado = event->position();
         MouseDown(button, shift, event->position());
         d->armado = true;
@@ -386,8 +343,8 @@ void VistaX::mouseMoveEvent(QMouseEvent *event)
 {
     const int button = mouseButton(event->buttons());
     const int shift = shiftState(event->modifiers());
-    trap(etiqueta("MouseMove"), [&] {
-        if (button != LeftButton || !framePActive())
+    trap(d->etiqueta("MouseMove"), [&] {
+        if (button != LeftButton || !d->framePActive())
             return;
         MouseMove(shift, event->position());
     });
@@ -397,12 +354,12 @@ void VistaX::mouseReleaseEvent(QMouseEvent *event)
 {
     const int button = mouseButton(event->button());
     const int shift = shiftState(event->modifiers());
-    trap(etiqueta("MouseUp"), [&] {
-        if (!framePActive())
+    trap(d->etiqueta("MouseUp"), [&] {
+        if (!d->framePActive())
             return;
         if (d->enBanda) {
             d->enBanda = false;
-            Dummy &caja = banda();
+            Dummy &caja = d->cajaBanda();
             caja.hide();
             soltarBanda(caja.geometry());
             return;
@@ -424,22 +381,22 @@ void VistaX::dragMoveEvent(QDragMoveEvent *event)
     const int shift = shiftState(event->modifiers());
     // What a failing step leaves here is what the event is answered with.
     Qt::DropAction efecto = event->proposedAction();
-    trap(etiqueta("dragOver"), [&] {
+    trap(d->etiqueta("dragOver"), [&] {
         if (!datos || !datos->hasText()) {
             efecto = Qt::IgnoreAction;
             return;
         }
-        activarFrame();
+        d->activarFrame();
         dragOver(shift, punto, efecto);
         // Near the visible rectangle's edges the frame scrolls, one step per event.
         if (punto.x() < d->viewLeft + bordeDesplazamiento)
-            desplazarFrame(Qt::Horizontal, -1);
+            d->desplazarFrame(Qt::Horizontal, -1);
         else if (punto.x() > d->viewRight - bordeDesplazamiento)
-            desplazarFrame(Qt::Horizontal, 1);
+            d->desplazarFrame(Qt::Horizontal, 1);
         if (punto.y() < d->viewTop + bordeDesplazamiento)
-            desplazarFrame(Qt::Vertical, -1);
+            d->desplazarFrame(Qt::Vertical, -1);
         else if (punto.y() > d->viewBottom - bordeDesplazamiento)
-            desplazarFrame(Qt::Vertical, 1);
+            d->desplazarFrame(Qt::Vertical, 1);
     });
     DragRunner::answer(event, efecto);
 }
@@ -449,7 +406,7 @@ void VistaX::dropEvent(QDropEvent *event)
     const QMimeData *datos = event->mimeData();
     const int shift = shiftState(event->modifiers());
     Qt::DropAction efecto = event->proposedAction();
-    trap(etiqueta("dragDrop"), [&] {
+    trap(d->etiqueta("dragDrop"), [&] {
         if (datos && datos->hasText())
             dragDrop(datos->text(), shift, event->position(), efecto);
         else

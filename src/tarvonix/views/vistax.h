@@ -12,9 +12,8 @@ class QPainter;
 
 namespace tarvonix {
 
-class Dummy;
 class IMapaX;
-class Surface;
+class VistaXPrivate;
 
 /*!
     The base of the two views a frame can hold: the free-layout container
@@ -66,62 +65,18 @@ protected:
     */
     VistaX(const QString &nombre, const QString &nombreBanda, QWidget *parent);
 
-    //! "<view>.<operacion>->", the label of a trapped operation.
-    QString etiqueta(const char *operacion) const;
-    //! The root given with setRoot(); fails with Error::ObjectNotSet when there is none.
-    IMapaX &root() const;
-    //! The bound object; fails with Error::ObjectNotSet when there is none.
-    ObjetoPtr ligado();
-    Surface &superficie() const;
+    /*
+        The extension points: each view supplies its own hit-testing, drawing
+        and gesture rules by overriding these. The base turns Qt's pointer,
+        drag and paint events into these calls, each under the view's trap
+        label ("<view>.MouseDown->", ...), around the steps every view shares:
+        the stored press and its threshold, the band, and activating and
+        scrolling the frame.
+    */
 
-    // The selection: each object's flag and the collection kept in step.
-    void seleccionarObjeto(const ObjetoPtr &objeto);
-    void alternar(const ObjetoPtr &objeto);
-    //! Clears every selected object's flag, redraws it and empties the selection.
-    void unselectAll();
     //! How the view redraws one object whose selected or active flag changed.
     virtual void redibujarObjeto(const ObjetoPtr &objeto) = 0;
-
-    // The frame.
-    bool framePActive();
-    //! The frame makes \a objeto active and answers the object the view takes as current.
-    ObjetoPtr frameSetActive(const ObjetoPtr &objeto);
-    //! The view changed its size: the frame fits itself to it.
-    void frameResize();
-    //! The frame's name, which a drag from this view carries.
-    QString frameName();
-
-    // Gestures.
-    QPointF puntoPulsado() const;
-    /*!
-        Whether the press turns into a band or a drag now: true once per
-        press, when the pointer has moved more than 5 units away from it.
-    */
-    bool tomarPulsacion(QPointF punto);
-    //! Starts the band at the pointer's threshold, or follows the pointer with it.
-    void seguirBanda(QPointF punto);
-    //! Shows the band between two corners, at least one pixel wide and high.
-    void mostrarBanda(QPointF desde, QPointF hasta);
-    Dummy &banda() const;
-    //! Starts a drag of \a texto, copy or move; \a cursorMover replaces the platform's move cursor.
-    void arrastrar(const QString &texto, const QPixmap &cursorMover = QPixmap());
-
-    //! The rectangle last given to setViewPort().
-    float viewLeft() const;
-    float viewTop() const;
-    float viewRight() const;
-    float viewBottom() const;
-
-    /*!
-        Sets the text position for a text of size \a texto in the room
-        \a libre (the box less the view's margin): \a posicion AND 3 across
-        (0 centre, 1 right, 2 left), the whole part of \a posicion / 4 down
-        (0 middle, 1 top, 2 bottom); other codes leave that coordinate alone.
-    */
-    void colocarTexto(qint16 posicion, const QRectF &libre, QSizeF texto);
-
-    // The view's steps, called under the view's trap labels.
-    //! A press; the press point is already stored.
+    //! A press; the base has already stored the point, from which the threshold and the band count.
     virtual void MouseDown(int button, int shift, QPointF punto) = 0;
     //! A move with the left button down in the active frame.
     virtual void MouseMove(int shift, QPointF punto) = 0;
@@ -137,9 +92,9 @@ protected:
     virtual void dragOver(int shift, QPointF punto, Qt::DropAction &efecto) = 0;
     //! A drop of \a texto; sets \a efecto as dragOver() does.
     virtual void dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto) = 0;
-    //! The end of a drag started here, dropped or cancelled.
+    //! The end of a drag started here, dropped or cancelled; the base does nothing.
     virtual void completeDrag();
-    //! Paints the exposed rectangle with superficie(), bound to \a painter.
+    //! Paints the exposed rectangle on the view's drawing surface, which is bound to \a painter meanwhile.
     virtual void pintar(QPainter &painter, const QRect &expuesto) = 0;
 
     void changeEvent(QEvent *event) override;
@@ -152,11 +107,8 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    void activarFrame();
-    void desplazarFrame(Qt::Orientation sentido, qint16 paso);
-
-    struct Private;
-    std::unique_ptr<Private> d;
+    friend class VistaXPrivate;
+    std::unique_ptr<VistaXPrivate> d;
 };
 
 } // namespace tarvonix
