@@ -220,7 +220,7 @@ int main(int argc, char **argv)
     std::printf("  %-64s %8.2f ms\n", "build the leg (host side)", construir);
     std::printf("  %-64s %8.2f ms\n", "setRoot + setObjeto + setEscala (layout)", colocar);
 
-    // 1. Full paint of the whole control, strips included.
+    // Full paint of the whole control, strips included.
     informar("full paint via grab(), 20 runs", medir(20, [&] { (void)vista->grab(); }));
     vista->setEscala(2.0f);
     informar("full paint via grab() at scale 2.0, 10 runs", medir(10, [&] { (void)vista->grab(); }));
@@ -234,7 +234,7 @@ int main(int argc, char **argv)
         informar("full paint via grab(), no tip texts, 10 runs", medir(10, [&] { (void)otra.grab(); }));
     }
 
-    // 2. Clicks in a frame-sized window that shows the bottom-left corner of the grid
+    // Clicks in a frame-sized window that shows the bottom-left corner of the grid
     // (tiers 1 to 27, positions 1 to 37), each with the repaint it causes.
     marco.resize(800, 600);
     vista->move(0, std::min(0, 600 - vista->height()));
@@ -259,14 +259,14 @@ int main(int argc, char **argv)
     rafagaInforme("Ctrl-click + repaint, 800x600 view, tiers 1-9", 200, Qt::ControlModifier, 1, 9, 37);
     rafagaInforme("click + repaint, 800x600 view, tiers 10-27", 100, {}, 10, 27, 37);
 
-    // 3. The whole control on screen: the worst case for every repaint.
+    // The whole control on screen: the worst case for every repaint.
     vista->move(0, 0);
     marco.resize(vista->size());
     esperarPintura(contador.pinturas);
     rafagaInforme("click + repaint, whole control, tiers 1-9", 200, {}, 1, 9, 9999);
     rafagaInforme("click + repaint, whole control, tiers 10-40", 100, {}, 10, 9999, 9999);
 
-    // 4. Selection of everything and back, with their repaints.
+    // Selection of everything and back, with their repaints.
     std::vector<double> todos, ninguno;
     for (int i = 0; i < 5; ++i) {
         int antes = contador.pinturas;
