@@ -2,7 +2,7 @@
 # Installs what building and testing Tarvonix needs on Debian 12, when it is missing.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl-dev fonts-dejavu-core)
+packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl-dev fonts-dejavu-core gcovr)
 
 missing=()
 for package in "${packages[@]}"; do

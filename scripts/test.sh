@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the library and runs every test: first a plain debug build, then a
-# build with AddressSanitizer and UndefinedBehaviorSanitizer.
+# build with AddressSanitizer and UndefinedBehaviorSanitizer, then a build with
+# coverage instrumentation that prints the coverage of src/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -19,3 +20,7 @@ for preset in default asan; do
     echo "== $preset tests"
     ctest --preset "$preset" -j "$jobs"
 done
+
+# Line and branch coverage of src/, printed for the record (not a gate).
+echo "== coverage"
+scripts/coverage.sh
