@@ -3,7 +3,6 @@
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objeto.h>
 #include <tarvonix/model/objetos.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/latebinding.h>
 
 #include "dragdriver.h"
@@ -150,10 +149,6 @@ void tst_ContenedorX::membersByName()
     ErrorCatcher errors;
     Escena e;
     const Hijo a = e.hijo(QStringLiteral("A"), 10, 10, 40, 30);
-
-    std::unique_ptr<QWidget> created(
-        ControlRegistry::instance().create(QStringLiteral("Tarvonix.ContenedorX")));
-    QVERIFY(qobject_cast<ContenedorX *>(created.get()));
 
     // "cast" answers the contract, as frames and the map reach it.
     auto *contrato = LateBinding::call(e.cont, QStringLiteral("cast")).value<IContenedorX *>();

@@ -7,7 +7,6 @@
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/model/pierna.h>
 #include <tarvonix/model/ubicacion.h>
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/latebinding.h>
 
 #include "dragdriver.h"
@@ -563,10 +562,6 @@ void tst_PiernaX::containerContract()
     QCOMPARE(v.vista->font().pointSize(), 14);
     QCOMPARE(LateBinding::get(v.vista, QStringLiteral("FontName")).toString(),
              QStringLiteral("DejaVu Serif"));
-
-    QWidget *created = ControlRegistry::instance().create(QStringLiteral("Tarvonix.PiernaX"));
-    QVERIFY(qobject_cast<PiernaX *>(created));
-    delete created;
 }
 
 void tst_PiernaX::badInputIsReportedNotCrashed()

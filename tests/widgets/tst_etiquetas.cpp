@@ -1,4 +1,3 @@
-#include <tarvonix/platform/controlregistry.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/platform/propertybag.h>
 #include <tarvonix/widgets/etiquetas.h>
@@ -333,10 +332,6 @@ void tst_Etiquetas::propertiesRoundTrip()
     // Properties by name, for hosts and Designer.
     LateBinding::set(&copia, QStringLiteral("separacion"), 9.5);
     QCOMPARE(copia.Separacion(), 9.5f);
-
-    QWidget *created = ControlRegistry::instance().create(QStringLiteral("tarvonix.ETIQUETAS"));
-    QVERIFY(qobject_cast<etiquetas *>(created));
-    delete created;
 }
 
 void tst_Etiquetas::badSpacingIsReportedNotHung()
