@@ -18,20 +18,6 @@ class tst_Pierna : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void commonField_data()
-    {
-        modeltest::commonField_data({ { "tipo", false, "P" },
-                                      { "xy", true, 0 },
-                                      { "anchoAlto", true, 0 },
-                                      { "forma", true, 0 },
-                                      { "imagen", true, false },
-                                      { "tag", true, QVariant() },
-                                      { "color", true, 0xFFFFFF },
-                                      { "tip", true, QString() },
-                                      { "referencias", true, false } });
-    }
-    void commonField() { modeltest::commonField(std::make_shared<Pierna>()); }
-
     void newLegFailsBeforeSetEscalas()
     {
         Pierna p;
@@ -42,8 +28,6 @@ private Q_SLOTS:
         QCOMPARE(failureOf([&] { p.getObjetos(); }), outOfRange);
         QCOMPARE(failureOf([&] { p.setEscala(1, 3); }), outOfRange);
         QCOMPARE(failureOf([&] { p.setObjeto(1, 1, objeto("x")); }), outOfRange);
-        p.setPuedeContener(true);
-        QVERIFY(!p.getPuedeContener());
     }
 
     void gridPlacesAndEmpties()
