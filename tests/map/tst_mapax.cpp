@@ -469,6 +469,15 @@ void tst_MapaX::movesSurviveRemovalsAndResizes()
     // The outline had no frame to go back onto, and the move none to complete.
     QCOMPARE(errors.messages(), (QStringList{QStringLiteral("MapaX.UserControl_OLEGiveFeedback->Control not found"),
                                              QStringLiteral("MapaX.completeMove->Control not found")}));
+
+    // A host deletes the whole map while one of its frames is moving: the drag's end finds nothing.
+    auto *efimero = new MapaX;
+    efimero->add(a);
+    efimero->show(a);
+    efimero->startMove(efimero->control(QStringLiteral("NA")));
+    QVERIFY(driver.dragging());
+    delete efimero;
+    driver.finish();
 }
 
 void tst_MapaX::callbacksBecomeSignals()

@@ -14,6 +14,7 @@
 #include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPointer>
 #include <QTimer>
 
 #include <cmath>
@@ -688,7 +689,12 @@ void MapaX::Private::iniciarArrastre()
         auto *datos = new QMimeData;
         datos->setText(frameEnMovimiento);
         drag->setMimeData(datos);
-        DragRunner::run(drag, Qt::MoveAction, [this](Qt::DropAction) { completeDrag(); });
+        // A host may delete the map from a handler while the modal drag runs.
+        const QPointer<MapaX> mapa(q);
+        DragRunner::run(drag, Qt::MoveAction, [mapa](Qt::DropAction) {
+            if (mapa)
+                mapa->d->completeDrag();
+        });
     });
 }
 
