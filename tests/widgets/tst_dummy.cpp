@@ -1,12 +1,8 @@
-#include <tarvonix/platform/controlregistry.h>
-#include <tarvonix/platform/latebinding.h>
-#include <tarvonix/platform/propertybag.h>
 #include <tarvonix/widgets/dummy.h>
 
-#include <QBuffer>
-#include <QTest>
+#include "propertykeys.h"
 
-#include <memory>
+#include <QTest>
 
 using namespace tarvonix;
 
@@ -15,93 +11,37 @@ class tst_Dummy : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void defaultsWithAnEmptyBag();
-    void propertiesRoundTrip_data();
-    void propertiesRoundTrip();
-    void borderStyleIsReadUnderItsOtherSpelling();
+    void propertyKeysAndDefaults_data();
+    void propertyKeysAndDefaults();
+    void mouseGoesThrough();
     void pixels_data();
     void pixels();
 };
 
-void tst_Dummy::defaultsWithAnEmptyBag()
+void tst_Dummy::propertyKeysAndDefaults_data()
 {
-    // Created by name, as the containers create their outline boxes.
-    std::unique_ptr<QWidget> created(ControlRegistry::instance().create(QStringLiteral("tarvonix.dummy")));
-    auto *dummy = qobject_cast<Dummy *>(created.get());
-    QVERIFY(dummy);
-    dummy->readProperties(PropertyBag());
-    QCOMPARE(dummy->BackStyle(), qint16(0));
-    QCOMPARE(dummy->BackColor(), qint32(0xFFFFFF));
-    QCOMPARE(dummy->BorderStyle(), qint16(1));
-    QVERIFY(dummy->testAttribute(Qt::WA_TransparentForMouseEvents));
-
-    // Defaults are not written.
-    PropertyBag bag;
-    dummy->writeProperties(bag);
-    QVERIFY(bag.isEmpty());
-
-    // Hosts reach the three by name.
-    LateBinding::set(dummy, QStringLiteral("backstyle"), 1);
-    QCOMPARE(LateBinding::get(dummy, QStringLiteral("BackStyle")).toInt(), 1);
+    addPropertyKeyColumns();
+    QTest::newRow("BackColor") << "BackColor"
+                               << "BackColor" << QByteArray("BackColor") << QVariant(qint32(0xFFFFFF))
+                               << QVariant(0x123456);
+    QTest::newRow("BackStyle") << "BackStyle"
+                               << "BackStyle" << QByteArray("BackStyle") << QVariant(qint16(0))
+                               << QVariant(qint16(1));
+    QTest::newRow("BorderStyle") << "BorderStyle"
+                                 << "Borderstyle" << QByteArray("BorderStyle") << QVariant(qint16(1))
+                                 << QVariant(qint16(0));
 }
 
-void tst_Dummy::propertiesRoundTrip_data()
+void tst_Dummy::propertyKeysAndDefaults()
 {
-    QTest::addColumn<qint16>("backStyle");
-    QTest::addColumn<qint32>("backColor");
-    QTest::addColumn<qint16>("borderStyle");
-    QTest::addColumn<QStringList>("keys");
-
-    QTest::newRow("border only") << qint16(0) << qint32(0xFFFFFF) << qint16(0)
-                                 << QStringList { "BorderStyle" };
-    QTest::newRow("opaque red") << qint16(1) << qint32(0x0000FF) << qint16(1)
-                                << QStringList { "BackColor", "BackStyle" };
-    QTest::newRow("all three") << qint16(1) << qint32(0x123456) << qint16(0)
-                               << QStringList { "BackColor", "BackStyle", "BorderStyle" };
+    checkPropertyKey<Dummy>();
 }
 
-void tst_Dummy::propertiesRoundTrip()
+void tst_Dummy::mouseGoesThrough()
 {
-    QFETCH(qint16, backStyle);
-    QFETCH(qint32, backColor);
-    QFETCH(qint16, borderStyle);
-    QFETCH(QStringList, keys);
-
-    Dummy saved;
-    saved.setBackStyle(backStyle);
-    saved.setBackColor(backColor);
-    saved.setBorderStyle(borderStyle);
-    PropertyBag bag;
-    saved.writeProperties(bag);
-    QCOMPARE(bag.keys(), keys); // written under these spellings, defaults left out
-
-    // Through a saved form and back.
-    QBuffer buffer;
-    buffer.open(QIODevice::ReadWrite);
-    QVERIFY(bag.save(&buffer));
-    buffer.seek(0);
-    PropertyBag loaded;
-    QVERIFY(loaded.load(&buffer));
-
-    Dummy read;
-    read.readProperties(loaded);
-    QCOMPARE(read.BackStyle(), backStyle);
-    QCOMPARE(read.BackColor(), backColor);
-    QCOMPARE(read.BorderStyle(), borderStyle);
-}
-
-void tst_Dummy::borderStyleIsReadUnderItsOtherSpelling()
-{
-    // A bag written by another host under the read spelling only.
-    PropertyBag bag;
-    bag.writeProperty(QStringLiteral("Borderstyle"), qint16(0), qint16(1));
+    // The box floats above a drawing: what lies under it gets the mouse.
     Dummy dummy;
-    dummy.readProperties(bag);
-    QCOMPARE(dummy.BorderStyle(), qint16(0));
-
-    // Saving again writes the other spelling over the same key.
-    dummy.writeProperties(bag);
-    QCOMPARE(bag.keys(), QStringList { "BorderStyle" });
+    QVERIFY(dummy.testAttribute(Qt::WA_TransparentForMouseEvents));
 }
 
 void tst_Dummy::pixels_data()

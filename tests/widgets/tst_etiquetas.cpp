@@ -1,10 +1,9 @@
-#include <tarvonix/platform/latebinding.h>
-#include <tarvonix/platform/propertybag.h>
 #include <tarvonix/widgets/etiquetas.h>
 
 #include "dragdriver.h"
 #include "errorcatcher.h"
 #include "pixels.h"
+#include "propertykeys.h"
 
 #include <QMimeData>
 #include <QSignalSpy>
@@ -61,7 +60,8 @@ private Q_SLOTS:
     void eventsCarryTheSlotIndex();
     void dragStartsBeyondFivePixels();
     void dropsOnlyWhenAccepted();
-    void propertiesRoundTrip();
+    void propertyKeysAndDefaults_data();
+    void propertyKeysAndDefaults();
     void badSpacingIsReportedNotHung();
 };
 
@@ -282,56 +282,35 @@ void tst_Etiquetas::dropsOnlyWhenAccepted()
     QCOMPARE(parent.recibidos, 0);
 }
 
-void tst_Etiquetas::propertiesRoundTrip()
+void tst_Etiquetas::propertyKeysAndDefaults_data()
 {
-    // Defaults store nothing.
-    etiquetas strip;
-    PropertyBag bag;
-    strip.writeProperties(bag);
-    QVERIFY2(bag.isEmpty(), qPrintable(bag.keys().join(u',')));
-
-    QFont bold = strip.font();
+    addPropertyKeyColumns(); // saved forms hold the keys in lower case
+    QFont bold = QApplication::font();
     bold.setBold(true);
-    strip.resize(228, 18);
-    strip.setSentido(1);
-    strip.setSeparacion(27.5f);
-    strip.setNumerar(false);
-    strip.setPaso(-1);
-    strip.setPrimero(40);
-    strip.setBackColor(0x800000);
-    strip.setForeColor(0xFFFFFF);
-    strip.setTexto(QStringLiteral("Depósito 1"));
-    strip.setEfecto(false);
-    strip.setFont(bold);
-    strip.setOLEDropMode(1);
-    strip.writeProperties(bag);
-    QCOMPARE(bag.keys().size(), 13);
-    for (const QString &key : bag.keys())
-        QCOMPARE(key, key.toLower());
+    const auto row = [](const char *key, const char *readKey, const char *property, QVariant defaultValue,
+                        QVariant value) {
+        QTest::newRow(key) << QString::fromLatin1(key) << QString::fromLatin1(readKey) << QByteArray(property)
+                           << defaultValue << value;
+    };
+    // The extent, through the widget's size.
+    row("_extentx", "_extentx", "size", QSize(100, 20), QSize(228, 20));
+    row("_extenty", "_extenty", "size", QSize(100, 20), QSize(100, 18));
+    row("sentido", "Sentido", "Sentido", qint16(0), qint16(1));
+    row("separacion", "Separacion", "Separacion", 20.0f, 27.5f);
+    row("numerar", "Numerar", "Numerar", true, false);
+    row("paso", "Paso", "Paso", qint16(1), qint16(-1));
+    row("primero", "Primero", "Primero", qint16(1), qint16(40));
+    row("backcolor", "BackColor", "BackColor", qint32(0xC0C0C0), qint32(0x800000));
+    row("forecolor", "ForeColor", "ForeColor", qint32(0), qint32(0xFFFFFF));
+    row("texto", "Texto", "texto", QString(), QStringLiteral("Depósito 1"));
+    row("efecto", "Efecto", "Efecto", true, false);
+    row("font", "Font", "font", QApplication::font(), bold);
+    row("oledropmode", "OLEDropMode", "OLEDropMode", qint16(0), qint16(1));
+}
 
-    etiquetas copia;
-    copia.readProperties(bag);
-    QCOMPARE(copia.size(), QSize(228, 18));
-    for (const char *name : { "Sentido", "Separacion", "Numerar", "Paso", "Primero", "BackColor", "ForeColor",
-                              "texto", "Efecto", "OLEDropMode", "font" }) {
-        QCOMPARE(LateBinding::get(&copia, QLatin1String(name)),
-                 LateBinding::get(&strip, QLatin1String(name)));
-    }
-
-    // Keys match without regard to case; a missing key reads its default.
-    PropertyBag mano;
-    mano.writeProperty(QStringLiteral("PRIMERO"), qint16(7));
-    mano.writeProperty(QStringLiteral("texto"), QStringLiteral("X"));
-    copia.readProperties(mano);
-    QCOMPARE(copia.Primero(), qint16(7));
-    QCOMPARE(copia.texto(), QStringLiteral("X"));
-    QCOMPARE(copia.Sentido(), qint16(0));
-    QCOMPARE(copia.BackColor(), qint32(0xC0C0C0));
-    QCOMPARE(copia.font(), QApplication::font());
-
-    // Properties by name, for hosts and Designer.
-    LateBinding::set(&copia, QStringLiteral("separacion"), 9.5);
-    QCOMPARE(copia.Separacion(), 9.5f);
+void tst_Etiquetas::propertyKeysAndDefaults()
+{
+    checkPropertyKey<etiquetas>();
 }
 
 void tst_Etiquetas::badSpacingIsReportedNotHung()
