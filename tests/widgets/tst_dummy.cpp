@@ -21,14 +21,11 @@ private Q_SLOTS:
 void tst_Dummy::propertyKeysAndDefaults_data()
 {
     addPropertyKeyColumns();
-    QTest::newRow("BackColor") << "BackColor"
-                               << "BackColor" << QByteArray("BackColor") << QVariant(qint32(0xFFFFFF))
+    QTest::newRow("BackColor") << "BackColor" << QByteArray("BackColor") << QVariant(qint32(0xFFFFFF))
                                << QVariant(0x123456);
-    QTest::newRow("BackStyle") << "BackStyle"
-                               << "BackStyle" << QByteArray("BackStyle") << QVariant(qint16(0))
+    QTest::newRow("BackStyle") << "BackStyle" << QByteArray("BackStyle") << QVariant(qint16(0))
                                << QVariant(qint16(1));
-    QTest::newRow("BorderStyle") << "BorderStyle"
-                                 << "Borderstyle" << QByteArray("BorderStyle") << QVariant(qint16(1))
+    QTest::newRow("BorderStyle") << "BorderStyle" << QByteArray("BorderStyle") << QVariant(qint16(1))
                                  << QVariant(qint16(0));
 }
 

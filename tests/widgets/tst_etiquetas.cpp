@@ -287,25 +287,23 @@ void tst_Etiquetas::propertyKeysAndDefaults_data()
     addPropertyKeyColumns(); // saved forms hold the keys in lower case
     QFont bold = QApplication::font();
     bold.setBold(true);
-    const auto row = [](const char *key, const char *readKey, const char *property, QVariant defaultValue,
-                        QVariant value) {
-        QTest::newRow(key) << QString::fromLatin1(key) << QString::fromLatin1(readKey) << QByteArray(property)
-                           << defaultValue << value;
+    const auto row = [](const char *key, const char *property, QVariant defaultValue, QVariant value) {
+        QTest::newRow(key) << QString::fromLatin1(key) << QByteArray(property) << defaultValue << value;
     };
     // The extent, through the widget's size.
-    row("_extentx", "_extentx", "size", QSize(100, 20), QSize(228, 20));
-    row("_extenty", "_extenty", "size", QSize(100, 20), QSize(100, 18));
-    row("sentido", "Sentido", "Sentido", qint16(0), qint16(1));
-    row("separacion", "Separacion", "Separacion", 20.0f, 27.5f);
-    row("numerar", "Numerar", "Numerar", true, false);
-    row("paso", "Paso", "Paso", qint16(1), qint16(-1));
-    row("primero", "Primero", "Primero", qint16(1), qint16(40));
-    row("backcolor", "BackColor", "BackColor", qint32(0xC0C0C0), qint32(0x800000));
-    row("forecolor", "ForeColor", "ForeColor", qint32(0), qint32(0xFFFFFF));
-    row("texto", "Texto", "texto", QString(), QStringLiteral("Depósito 1"));
-    row("efecto", "Efecto", "Efecto", true, false);
-    row("font", "Font", "font", QApplication::font(), bold);
-    row("oledropmode", "OLEDropMode", "OLEDropMode", qint16(0), qint16(1));
+    row("_extentx", "size", QSize(100, 20), QSize(228, 20));
+    row("_extenty", "size", QSize(100, 20), QSize(100, 18));
+    row("sentido", "Sentido", qint16(0), qint16(1));
+    row("separacion", "Separacion", 20.0f, 27.5f);
+    row("numerar", "Numerar", true, false);
+    row("paso", "Paso", qint16(1), qint16(-1));
+    row("primero", "Primero", qint16(1), qint16(40));
+    row("backcolor", "BackColor", qint32(0xC0C0C0), qint32(0x800000));
+    row("forecolor", "ForeColor", qint32(0), qint32(0xFFFFFF));
+    row("texto", "texto", QString(), QStringLiteral("Depósito 1"));
+    row("efecto", "Efecto", true, false);
+    row("font", "font", QApplication::font(), bold);
+    row("oledropmode", "OLEDropMode", qint16(0), qint16(1));
 }
 
 void tst_Etiquetas::propertyKeysAndDefaults()
