@@ -406,7 +406,7 @@ void ContenedorX::printX(const QString &texto, float x, float y, float ancho, fl
         const QRectF libre(x + 2, y + 2, aw, ah);
         // On one line when it fits.
         if (tw <= aw && th <= ah) {
-            d->vista->colocarTexto(posicion, libre, QSizeF(tw, th));
+            d->vista->colocarTexto(posicion & 3, posicion / 4, libre, QSizeF(tw, th));
             s.print(texto);
             return;
         }
@@ -415,7 +415,7 @@ void ContenedorX::printX(const QString &texto, float x, float y, float ancho, fl
         const float bloque = float(texto.size()) * th;
         if (cw > aw || bloque > ah)
             return;
-        d->vista->colocarTexto(posicion, libre, QSizeF(cw, bloque));
+        d->vista->colocarTexto(posicion & 3, posicion / 4, libre, QSizeF(cw, bloque));
         const double columna = s.currentX();
         for (const QChar c : texto) {
             s.print(QString(c));

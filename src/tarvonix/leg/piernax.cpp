@@ -517,7 +517,7 @@ void PiernaX::printX(const QString &texto, float margenx, float margeny, float a
         // Text that does not fit is left out, not clipped.
         if (tamano.width() > libre.width() || tamano.height() > libre.height())
             return;
-        d->vista->colocarTexto(posicion, libre, tamano);
+        d->vista->colocarTexto(posicion & 3, int(std::floor(posicion / 4.0)), libre, tamano);
         s.print(texto);
     });
 }

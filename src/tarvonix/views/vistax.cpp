@@ -287,10 +287,10 @@ void VistaXPrivate::arrastrar(const QString &texto, const QPixmap &cursorMover)
 
 void VistaX::completeDrag() { }
 
-void VistaXPrivate::colocarTexto(qint16 posicion, const QRectF &libre, QSizeF texto)
+void VistaXPrivate::colocarTexto(int across, int down, const QRectF &libre, QSizeF texto)
 {
     Surface &s = surface;
-    switch (posicion & 3) {
+    switch (across) {
     case 0:
         s.setCurrentX(libre.x() + (libre.width() - texto.width()) / 2);
         break;
@@ -303,7 +303,7 @@ void VistaXPrivate::colocarTexto(qint16 posicion, const QRectF &libre, QSizeF te
     default:
         break;
     }
-    switch (int(std::floor(posicion / 4.0))) {
+    switch (down) {
     case 0:
         s.setCurrentY(libre.y() + (libre.height() - texto.height()) / 2);
         break;

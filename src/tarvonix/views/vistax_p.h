@@ -87,11 +87,13 @@ public:
 
     /*!
         Sets the text position for a text of size \a texto in the room
-        \a libre (the box less the view's margin): \a posicion AND 3 across
-        (0 centre, 1 right, 2 left), the whole part of \a posicion / 4 down
-        (0 middle, 1 top, 2 bottom); other codes leave that coordinate alone.
+        \a libre (the box less the view's margin): \a across 0 centre,
+        1 right, 2 left; \a down 0 middle, 1 top, 2 bottom; other codes leave
+        that coordinate alone. Each view derives the two codes from its
+        posicion argument in its own way (the container truncates
+        posicion / 4, the leg view takes its floor).
     */
-    void colocarTexto(qint16 posicion, const QRectF &libre, QSizeF texto);
+    void colocarTexto(int across, int down, const QRectF &libre, QSizeF texto);
 
     VistaX *const q;
     QString nombre;
