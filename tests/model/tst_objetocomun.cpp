@@ -190,6 +190,11 @@ private Q_SLOTS:
         QVERIFY(!o.getObjetos());
     }
 
+    void loteInternoStartsAsZero()
+    {
+        QCOMPARE(Lote().getInterno(), QStringLiteral("0")); // the text "0", not an empty one
+    }
+
     void tagSharesObjects()
     {
         Objeto o;
