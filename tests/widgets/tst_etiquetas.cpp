@@ -36,6 +36,17 @@ struct Tira
     bool efecto = true;
 };
 
+// A parent that takes every drag, to see whether one falls through a strip.
+class Receptor : public QWidget
+{
+public:
+    Receptor() { setAcceptDrops(true); }
+    int recibidos = 0;
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override { ++recibidos, event->acceptProposedAction(); }
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(Tira)
@@ -66,7 +77,8 @@ void tst_Etiquetas::paints_data()
     QTest::newRow("across, red") << Tira { false, { 63, 20 }, 1, 1, 20, { "1", "2", "3" }, {}, 0x0000FF };
     QTest::newRow("across, as wide as the label") << Tira { false, { 100, 20 }, 8, 0, ocho, no };
     QTest::newRow("across, a pixel wider") << Tira { false, { 100, 20 }, 8, 0, ocho + 1, { "8", "8" } };
-    QTest::newRow("down, as narrow as the label") << Tira { true, { ocho + 1, 84 }, 18, 0, 20, no };
+    const int dieciocho = QFontMetrics(QApplication::font()).horizontalAdvance(QStringLiteral("18"));
+    QTest::newRow("down, as narrow as the label") << Tira { true, { dieciocho, 84 }, 18, 0, 20, no };
     QTest::newRow("across, fixed text") << Tira { false, { 100, 20 }, 1, 1, 20, { "A", "A", "A", "A" }, "A" };
     QTest::newRow("down, slot 2 held") << Tira { true, { 20, 84 }, 1, 1, 20, uno, {}, 0, 2 };
     QTest::newRow("across, slot 3 held") << Tira { false, { 100, 20 }, 1, 1, 20, uno, {}, 0, 3 };
@@ -187,8 +199,7 @@ void tst_Etiquetas::dragStartsBeyondFivePixels()
 
 void tst_Etiquetas::dropsOnlyWhenAccepted()
 {
-    QWidget parent; // takes every drag, to see whether one falls through the strip
-    parent.setAcceptDrops(true);
+    Receptor parent;
     auto *strip = new etiquetas(&parent);
     strip->setSentido(etiquetas::SentidoDown);
     strip->setGeometry(0, 0, 20, 84);
@@ -214,6 +225,7 @@ void tst_Etiquetas::dropsOnlyWhenAccepted()
     QCOMPARE(DragDriver::dropData(strip, QPoint(5, 10), &data), Qt::IgnoreAction);
     respuesta = 2;
     QCOMPARE(DragDriver::dropData(strip, QPoint(5, 10), &data), Qt::MoveAction);
+    QCOMPARE(parent.recibidos, 0);
 }
 
 void tst_Etiquetas::propertyKeysAndDefaults_data()
