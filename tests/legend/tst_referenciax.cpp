@@ -65,6 +65,8 @@ void tst_ReferenciaX::rowDrawsBoxAndText()
     QFETCH(qint32, color);
     ErrorCatcher errors; // nothing to draw is no failure either
     ReferenciaX row;
+    const QColor back(255, 255, 128);
+    row.setBackColor(0x80FFFF);
     if (foreColor != 0)
         row.setForeColor(foreColor);
     if (puntos > 0) {
@@ -81,7 +83,7 @@ void tst_ReferenciaX::rowDrawsBoxAndText()
         // A none key is kept (the row goes blank) and reported to the caller.
         QVERIFY_THROWS_EXCEPTION(Error, row.setReferencia(nullptr));
         QVERIFY(!row.referencia());
-        QCOMPARE(pixels::ink(pixels::grab(&row), row.rect(), Qt::white), 0);
+        QCOMPARE(pixels::ink(pixels::grab(&row), row.rect(), back), 0);
         QVERIFY(errors.messages().isEmpty());
         return;
     }
@@ -93,9 +95,9 @@ void tst_ReferenciaX::rowDrawsBoxAndText()
     QCOMPARE(pixels::count(image, QRect(8, y0 + 1, 8, 8), toQColor(color)), 64);
     // The text at x 24, centred on the height of an "X".
     const QPoint origin(24, Surface::pixel((alto - metrics.height()) / 2.0));
-    QVERIFY(texto.isEmpty() ? pixels::ink(image, QRect(18, 0, image.width(), alto), Qt::white) == 0
-                            : pixels::showsText(image, origin, texto, row.font(), fore, Qt::white));
-    QCOMPARE(pixels::ink(image, QRect(18, 0, 6, alto), Qt::white), 0);
+    QVERIFY(texto.isEmpty() ? pixels::ink(image, QRect(18, 0, image.width(), alto), back) == 0
+                            : pixels::showsText(image, origin, texto, row.font(), fore, back));
+    QCOMPARE(pixels::ink(image, QRect(18, 0, 6, alto), back), 0);
     QVERIFY(errors.messages().isEmpty());
 }
 
