@@ -78,7 +78,7 @@ struct Vista
     of the tier strip, "U1" the first of the position strip, after c (Ctrl), s (Shift), r (right
     button); with a suffix v the selection is noted between press and release, with ~ the pointer moves
     10 down meanwhile. "soltar:" or "sobre:" and a gesture drops text there or drags it over from
-    outside; "todos", "codigo:", "escala:" call the control.
+    outside ("imagen" turns it into a picture); "todos", "mover", "codigo:", "escala:" call the control.
 */
 QString correr(const QString &montaje, const QString &pasos, const QString &mensaje)
 {
@@ -125,6 +125,17 @@ QString correr(const QString &montaje, const QString &pasos, const QString &mens
             : GeometriaCeldas(v.vista->height(), 1, montaje == "clasica").celda(a, b).center().toPoint();
         if (paso == "todos") {
             v.vista->seleccionarTodos();
+        } else if (paso == "imagen") {
+            datos.setImageData(QImage(2, 2, QImage::Format_RGB32));
+            datos.removeFormat("text/plain");
+        } else if (paso == "mover") { // a grid has nothing to lock, align or distribute
+            const ObjetoPtr primero = v.vista->getSeleccionados()->Item(1);
+            v.vista->setBloqueo(true);
+            v.vista->alinearHorizontal(primero);
+            v.vista->alinearVertical(primero);
+            v.vista->igualarDimension(primero);
+            v.vista->distribuirHorizontal();
+            v.vista->distribuirVertical();
         } else if (paso.startsWith("codigo:")) {
             v.vista->seleccionar(arg);
         } else if (paso.startsWith("escala:")) {
@@ -254,6 +265,7 @@ void tst_PiernaX::drawing()
     v.vista->setProperty("FontName", "DejaVu Sans");
     v.vista->setProperty("FontSize", 9);
     v.vista->refrescar();
+    QCOMPARE(v.vista->property("FontName").toString(), "DejaVu Sans");
     QCOMPARE(v.frame.calls, QStringList { "Resize" });
     const QList<QRect> rectangulos { v.vista->rect(), v.tira("escalas")->geometry(),
                                      v.tira("Ubicaciones")->geometry() };
@@ -353,8 +365,10 @@ void tst_PiernaX::gestures_data()
     fila("drops", "soltar:1.3 soltar:c3.1 soltar:@90,50 soltar:E1",
          "copy droped(D7,L1.3,0) copy droped(D7,P013001,2) copy droped(D7,P01,0) copy droped(D7,P013000,0) "
          "{}");
-    fila("refused drops", "sobre:1.3 sobre:s1.3 soltar:s1.3 soltar:sE1 soltar:U1",
-         "copy ignore ignore ignore ignore {}");
+    fila("refused drops",
+         "sobre:1.3 sobre:s1.3 soltar:s1.3 soltar:sE1 soltar:U1 imagen sobre:1.3 soltar:1.3 soltar:E1",
+         "copy ignore ignore ignore ignore ignore ignore ignore {}");
+    fila("nothing moves", "1.1 mover", "clicked(L1.1,false) activo(L1.1) {L1.1}");
     // Failures: without a leg the first paint fails already.
     fila("no leg", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
          "!dibujarTodo !sobreQuien !MouseDown !sobreQuien !MouseUp !IContenedorX_seleccionar "
