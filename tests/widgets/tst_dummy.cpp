@@ -2,8 +2,6 @@
 
 #include "propertykeys.h"
 
-#include <QTest>
-
 using namespace tarvonix;
 
 class tst_Dummy : public QObject
@@ -12,8 +10,7 @@ class tst_Dummy : public QObject
 
 private Q_SLOTS:
     void propertyKeysAndDefaults_data();
-    void propertyKeysAndDefaults();
-    void mouseGoesThrough();
+    void propertyKeysAndDefaults() { checkPropertyKey<Dummy>(); }
     void pixels_data();
     void pixels();
 };
@@ -21,24 +18,9 @@ private Q_SLOTS:
 void tst_Dummy::propertyKeysAndDefaults_data()
 {
     addPropertyKeyColumns();
-    QTest::newRow("BackColor") << "BackColor" << QByteArray("BackColor") << QVariant(qint32(0xFFFFFF))
-                               << QVariant(0x123456);
-    QTest::newRow("BackStyle") << "BackStyle" << QByteArray("BackStyle") << QVariant(qint16(0))
-                               << QVariant(qint16(1));
-    QTest::newRow("BorderStyle") << "BorderStyle" << QByteArray("BorderStyle") << QVariant(qint16(1))
-                                 << QVariant(qint16(0));
-}
-
-void tst_Dummy::propertyKeysAndDefaults()
-{
-    checkPropertyKey<Dummy>();
-}
-
-void tst_Dummy::mouseGoesThrough()
-{
-    // The box floats above a drawing: what lies under it gets the mouse.
-    Dummy dummy;
-    QVERIFY(dummy.testAttribute(Qt::WA_TransparentForMouseEvents));
+    propertyKeyRow("BackColor", qint32(0xFFFFFF), qint32(0x123456));
+    propertyKeyRow("BackStyle", qint16(0), qint16(1));
+    propertyKeyRow("BorderStyle", qint16(1), qint16(0));
 }
 
 void tst_Dummy::pixels_data()
@@ -71,15 +53,15 @@ void tst_Dummy::pixels()
     blue.setColor(QPalette::Window, Qt::blue);
     host.setPalette(blue);
     auto *dummy = new Dummy(&host);
+    dummy->setGeometry(10, 5, 30, 20);
+    host.show();
+    // The box floats above a drawing: what lies under it gets the mouse.
+    QCOMPARE(host.childAt(20, 10), nullptr);
     dummy->setBackColor(0x0000FF);
     dummy->setBackStyle(backStyle);
     dummy->setBorderStyle(borderStyle);
-    dummy->setGeometry(10, 5, 30, 20);
-    dummy->show();
-
     const QImage image = host.grab().toImage();
-    for (const QPoint corner :
-         { QPoint(10, 5), QPoint(39, 5), QPoint(10, 24), QPoint(39, 24), QPoint(25, 5) })
+    for (const QPoint corner : { QPoint(10, 5), QPoint(39, 5), QPoint(10, 24), QPoint(39, 24), QPoint(25, 5) })
         QCOMPARE(image.pixel(corner), edge);
     QCOMPARE(image.pixel(11, 6), inside);
     QCOMPARE(image.pixel(25, 15), inside);
