@@ -554,9 +554,10 @@ void tst_ContenedorX::distribute_data()
                                      << "2 1";
     QTest::newRow("negative and zero lengths")
         << QList { 50, 60, 100 } << QList { -20, 0, 20 } << QList { 50, 64, 100 } << "1";
-    // The long one in between moves back 251 units: the control, fitted after each move, shrinks.
+    // The long one moves back 136 units after another one moved: the control, fitted after each move,
+    // shrinks.
     QTest::newRow("the control shrinks")
-        << QList { 0, 500, 600 } << QList { 10, 400, 10 } << QList { 0, 249, 600 } << "1";
+        << QList { 0, 10, 400, 500 } << QList { 10, 10, 600, 10 } << QList { 0, 132, 264, 500 } << "1 2";
     QTest::newRow("two do nothing") << QList { 0, 70 } << veinte.mid(1) << QList { 0, 70 } << "";
     // The first's last unit is 32770 and the gap -1: the second would leave 16 bits.
     QTest::newRow("past 16 bits") << QList { 5, 10, 40 } << QList { 32766, 1, 1 } << QList { 5, 10, 40 }
