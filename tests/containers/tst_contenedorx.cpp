@@ -186,6 +186,7 @@ void tst_ContenedorX::painting()
     dibujo(1, "p", 0xFF, {},
            { todo({ 18, 7, 1, 1 }, red), todo({ 78, 7, 1, 1 }, verde), todo({ 18, 22, 1, 1 }, azul),
              todo({ 78, 22, 1, 1 }, amarillo) });
+    dibujo(2, "", 0xFF, {}, { todo({ 0, 0, 5, 5 }, white) }, { -20, -10 }); // a negative size draws nothing
     dibujo(1, "ps", 0xFF, {}, { { caja, black, 21, 599 } });
     // A child container: a grey frame, the tip grey at its top left, black when selected.
     dibujo(1, "c", 0xFF, h,
@@ -237,6 +238,7 @@ void tst_ContenedorX::painting()
     QVERIFY(pixels::showsText(image, { 2, 2 }, QStringLiteral("R"), e.cont->font(), grey, white));
     QCOMPARE(image.pixel(0, 0), white);
     e.cont->setBorderStyle(BorderSingle);
+    QCOMPARE(e.cont->BorderStyle(), BorderSingle);
     image = pixels::grab(e.cont);
     QCOMPARE(image.pixel(0, 0), black);
     QCOMPARE(image.pixel(e.cont->width() - 1, e.cont->height() - 1), black);
@@ -452,6 +454,7 @@ void tst_ContenedorX::boxesFollowShiftAndForeignDrops()
     Escena e;
     e.hijo(QStringLiteral("D1"), { 10, 10, 10, 10 });
     e.hijo(QStringLiteral("D2"), { 100, 10, 10, 10 });
+    e.cont->seleccionar(QStringLiteral("D2")); // selecting all passes over it
     e.cont->seleccionarTodos();
     {
         // A plain press inside the group keeps it; a plain drag has no boxes until Shift is pressed:
