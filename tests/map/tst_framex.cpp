@@ -190,6 +190,12 @@ void tst_FrameX::activation()
     QVERIFY(banco.frame->pActive() && bar->isEnabled());
     QCOMPARE(banco.mapa.log(), QStringList{u"setActive(none,2)"_s});
     QCOMPARE(banco.aspecto(), u"800000/ffffff 800000/ffffff 800000/ffffff bold"_s);
+    // Inside an active frame, another object becomes the active one.
+    const ObjetoPtr hijo = banco.objeto->getObjetos()->Item(2);
+    banco.mapa.clear();
+    QCOMPARE(banco.frame->setActive(hijo), hijo);
+    QVERIFY(hijo->getActivo());
+    QCOMPARE(banco.mapa.log(), QStringList{u"setActive(C1D2,1)"_s});
     banco.frame->setActivo(nullptr, false);
     QVERIFY(!banco.frame->pActive() && !bar->isEnabled());
     QCOMPARE(banco.aspecto(), inactivo);

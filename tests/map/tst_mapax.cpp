@@ -142,8 +142,9 @@ void tst_MapaX::legendFollowsTheActiveFrame()
     QWidget *leyenda = s.mapa.control(u"REF"_s);
     QVERIFY(leyenda && leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RT"_s)); // a row per key
     QCOMPARE(leyenda->pos(), QPoint(2, 2));
+    const QSize tamano = leyenda->size();
     s.mapa.show(listaVacia); // an empty list changes nothing: the keys stay
-    QVERIFY(leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RV"_s));
+    QVERIFY(leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RV"_s) && leyenda->size() == tamano);
     s.mapa.show(s.b); // no list at all: hidden
     QVERIFY(leyenda->isHidden());
     s.mapa.show(s.a);
@@ -177,6 +178,10 @@ void tst_MapaX::keysRaiseEnterAndRightClick()
     QCOMPARE(right.count(), 1);
     QVERIFY(right.at(0).at(0).value<ObjetoPtr>() == hijo && right.at(0).at(1).toBool());
     QCOMPARE(enter.last().at(0).value<ObjetoPtr>(), hijo);
+    s.frame(u"NA"_s)->deseleccionarTodos(); // one selected: not several
+    s.frame(u"NA"_s)->seleccionar(u"AD2"_s);
+    QTest::keyClick(&s.mapa, Qt::Key_Menu);
+    QVERIFY(right.count() == 2 && !right.at(1).at(1).toBool());
 }
 
 void tst_MapaX::layoutRequestsRunOnTheNextTick_data()
