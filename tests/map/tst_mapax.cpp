@@ -111,6 +111,8 @@ void tst_MapaX::activeFrame()
     QVERIFY(s.frame(u"N2"_s) == frame && frame->getObjeto() == otroDos);
     s.mapa.removeAll();
     QCOMPARE(s.mapa.controlNames(), QStringList{u"thread"_s});
+    s.mapa.setSelected(true); // only redraws: reading answers false
+    QVERIFY(!s.mapa.selected());
     QCOMPARE(s.errors.messages(), QStringList());
 }
 
