@@ -1,535 +1,366 @@
-#include <tarvonix/model/icontenedorx.h>
-#include <tarvonix/model/referencias.h>
 #include <tarvonix/map/framex.h>
-#include <tarvonix/widgets/etiquetas.h>
 #include <tarvonix/map/mapax.h>
-#include <tarvonix/model/deposito.h>
-#include <tarvonix/model/objeto.h>
-#include <tarvonix/model/objetos.h>
+#include <tarvonix/widgets/etiquetas.h>
 
 #include "dragdriver.h"
 #include "errorcatcher.h"
+#include "naves.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace tarvonix;
+using namespace naves;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-std::shared_ptr<Objeto> nave(const QString &tipo, const QString &codigo, int hijos = 3)
+// A shown 700 x 500 map holding "NA" (with keys) and "NB" (without), neither shown yet.
+struct Sitio
 {
-    auto objeto = std::make_shared<Objeto>();
-    objeto->setTipo(tipo);
-    objeto->setCodigo(codigo);
-    objeto->setDescripcion(QStringLiteral("Nave ") + codigo);
-    objeto->setPuedeContener(true);
-    for (int i = 1; i <= hijos; ++i) {
-        auto deposito = std::make_shared<Deposito>();
-        deposito->setCodigo(codigo + QStringLiteral("D%1").arg(i));
-        deposito->setX(qint16(10 + 60 * (i - 1)));
-        deposito->setY(10);
-        deposito->setAncho(50);
-        deposito->setAlto(40);
-        deposito->setForma(1);
-        deposito->setPadre(codigo);
-        objeto->getObjetos()->add(deposito);
+    ErrorCatcher errors;
+    MapaX mapa;
+    std::shared_ptr<Objeto> a = nave(u"A"_s, u"N"_s, true), b = nave(u"B"_s);
+    DragDriver driver; // made after the map, which it may enter
+
+    Sitio()
+    {
+        mapa.resize(700, 500);
+        mapa.show();
+        mapa.add(a);
+        mapa.add(b);
     }
-    return objeto;
-}
-
-FrameX *frameDe(MapaX &mapa, const QString &nombre)
-{
-    return qobject_cast<FrameX *>(mapa.control(nombre));
-}
-
-void flushDeletes()
-{
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
+    FrameX *frame(const QString &nombre) const { return qobject_cast<FrameX *>(mapa.control(nombre)); }
+    QWidget *conten(const QString &nombre) const { return frame(nombre)->findChild<QWidget *>(u"conten"_s); }
+    // The user selects the first vessel of \a obj and Shift-drags it 20 pixels right; answers its x then.
+    int desplazar(const std::shared_ptr<Objeto> &obj)
+    {
+        QWidget *vista = conten(u"N"_s + obj->getCodigo());
+        const QPoint desde(17, 17), hasta(37, 17);
+        QTest::mouseClick(vista, Qt::LeftButton, Qt::NoModifier, desde);
+        QTest::mousePress(vista, Qt::LeftButton, Qt::ShiftModifier, desde);
+        arrastrar(vista, hasta, Qt::ShiftModifier);
+        driver.drop(vista, hasta, Qt::ShiftModifier);
+        driver.finish(Qt::MoveAction);
+        QTest::mouseRelease(vista, Qt::LeftButton, Qt::ShiftModifier, hasta);
+        return obj->getObjetos()->Item(1)->getX();
+    }
+};
 
 } // namespace
+
+using Accion = std::function<void(Sitio &)>;
+Q_DECLARE_METATYPE(Accion)
 
 class tst_MapaX : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void framesAreNamedByTypeAndCode();
-    void removingClearsTheActiveFrame();
-    void showingTheActiveFrameKeepsItActive();
-    void setObjetoAddsReplacesOrSwaps();
+    void activeFrame();
     void framesAreFittedIntoTheMap();
-    void legendFollowsTheActiveObject();
+    void legendFollowsTheActiveFrame();
     void keysRaiseEnterAndRightClick();
+    void layoutRequestsRunOnTheNextTick_data();
     void layoutRequestsRunOnTheNextTick();
-    void lockWalkStopsAtTheLegend();
     void framesMoveByTheirTitle();
-    void movesSurviveRemovalsAndResizes();
-    void callbacksBecomeSignals();
-    void operationsOnMissingFramesAreQuiet();
+    void failures_data();
+    void failures();
 };
 
-void tst_MapaX::framesAreNamedByTypeAndCode()
+void tst_MapaX::activeFrame()
 {
-    ErrorCatcher errors;
-    MapaX mapa;
-    QCOMPARE(mapa.controlNames(), QStringList{QStringLiteral("thread")});
-    QVERIFY(!mapa.getActive());
-    QVERIFY(!mapa.getFrame());
+    Sitio s;
+    QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"NA"_s, u"NB"_s}));
+    QVERIFY(s.frame(u"NA"_s)->isHidden() && !s.mapa.getFrame()); // added frames wait for show()
+    s.mapa.show(s.b);
+    s.mapa.show(s.a);
+    s.mapa.hide(s.a); // hiding keeps the active frame
+    QCOMPARE(s.mapa.getFrame(), ObjetoPtr(s.a));
+    QVERIFY(s.mapa.getSelected() && !s.frame(u"NB"_s)->pActive());
 
-    mapa.add(nave(QStringLiteral("A"), QStringLiteral("1")));
-    QVERIFY(qobject_cast<FrameX *>(mapa.control(QStringLiteral("A1"))));
-    // "A1" + "" names the same frame: the second add fails and leaves no frame behind.
-    mapa.add(nave(QStringLiteral("A1"), QString()));
-    QCOMPARE(errors.messages(),
-             QStringList{QStringLiteral("MapaX.add->This key is already associated with an element of this collection")});
-    QCOMPARE(mapa.controlNames(), (QStringList{QStringLiteral("thread"), QStringLiteral("A1")}));
-    QVERIFY(mapa.isMember(nave(QStringLiteral("A"), QStringLiteral("1"), 0)));
-    QVERIFY(!mapa.isMember(nave(QStringLiteral("B"), QStringLiteral("1"), 0)));
-    QVERIFY(!mapa.isMember(nullptr));
-    QCOMPARE(errors.messages().size(), 1); // isMember says nothing
-
-    mapa.add(nave(QStringLiteral("B"), QStringLiteral("2")));
-    mapa.ShowReferences();
-    mapa.removeAll();
-    QCOMPARE(mapa.controlNames(), QStringList{QStringLiteral("thread")});
-    mapa.add(nullptr);
-    QCOMPARE(errors.messages().last(), QStringLiteral("MapaX.add->Object variable or With block variable not set"));
-
-    mapa.setSelected(true);
-    QVERIFY(!mapa.selected());
-}
-
-void tst_MapaX::removingClearsTheActiveFrame()
-{
-    ErrorCatcher errors;
-    MapaX mapa;
-    mapa.show();
-    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    const auto b = nave(QStringLiteral("N"), QStringLiteral("B"));
-    mapa.add(a);
-    mapa.add(b);
-    QVERIFY(mapa.control(QStringLiteral("NA"))->isHidden()); // added frames wait for show()
-    mapa.show(a);
-    QCOMPARE(mapa.getFrame(), ObjetoPtr(a));
-    QVERIFY(mapa.getSelected());
-    mapa.show(b);
-    QCOMPARE(mapa.getFrame(), ObjetoPtr(b));
-    QVERIFY(!qobject_cast<FrameX *>(mapa.control(QStringLiteral("NA")))->pActive());
-
-    mapa.hide(b); // hiding keeps the active frame
-    QCOMPARE(mapa.getFrame(), ObjetoPtr(b));
-
-    // Removing the inactive frame still leaves the map with no active frame or object.
-    mapa.remove(a);
-    QVERIFY(!mapa.getFrame());
-    QVERIFY(!mapa.getActive());
-    QVERIFY(!mapa.getSelected());
-    QVERIFY(!mapa.control(QStringLiteral("NA")));
-
-    // No legend to remove: the failure comes after the wish for a legend was dropped.
-    mapa.remove(nullptr);
-    QCOMPARE(errors.messages(), QStringList{QStringLiteral("MapaX.remove->Control not found")});
-    mapa.remove(a);
-    QCOMPARE(errors.messages().last(), QStringLiteral("MapaX.remove->Control not found"));
-}
-
-void tst_MapaX::showingTheActiveFrameKeepsItActive()
-{
-    MapaX mapa;
-    mapa.show();
-    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    mapa.add(a);
-    mapa.show(a);
-    mapa.show(a); // the host shows the frame that is already the active one
-    auto *frame = qobject_cast<FrameX *>(mapa.control(QStringLiteral("NA")));
-    auto *titulo = frame->findChild<etiquetas *>(QStringLiteral("titulo"));
-    QVERIFY(frame->pActive());
-    QCOMPARE(titulo->BackColor(), 0x800000);
-    QCOMPARE(mapa.getFrame(), ObjetoPtr(a));
-
-    // Still active for the pointer: a click on a vessel reaches the host.
-    QSignalSpy click(&mapa, &MapaX::Click);
-    QWidget *contenido = frame->findChild<QWidget *>(QStringLiteral("conten"));
-    const ObjetoPtr hijo = a->getObjetos()->Item(1);
-    QTest::mouseClick(contenido, Qt::LeftButton, Qt::NoModifier, QPoint(hijo->getX() + 7, hijo->getY() + 7));
+    // Shown again, the active frame stays active for the eye and the pointer, and keeps its active object.
+    s.mapa.show(s.a);
+    s.mapa.show(s.a);
+    QCOMPARE(s.frame(u"NA"_s)->findChild<etiquetas *>(u"titulo"_s)->BackColor(), 0x800000);
+    QSignalSpy click(&s.mapa, &MapaX::Click);
+    QTest::mouseClick(s.conten(u"NA"_s), Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
     QCOMPARE(click.count(), 1);
-    QCOMPARE(click.at(0).at(0).value<ObjetoPtr>(), hijo);
-    // Shown once more, the frame keeps its active object as well.
-    mapa.show(a);
-    QVERIFY(frame->pActive());
-    QCOMPARE(mapa.getActive(), hijo);
-}
+    QCOMPARE(click.at(0).at(0).value<ObjetoPtr>(), s.a->getObjetos()->Item(1));
+    s.mapa.show(s.a);
+    QVERIFY(s.frame(u"NA"_s)->pActive() && s.mapa.getActive() == s.a->getObjetos()->Item(1));
 
-void tst_MapaX::setObjetoAddsReplacesOrSwaps()
-{
-    ErrorCatcher errors;
-    MapaX mapa;
-    mapa.show();
-    const auto primero = nave(QStringLiteral("N"), QStringLiteral("1"));
-    mapa.setObjeto(primero); // no active frame: added and shown
-    QCOMPARE(mapa.getFrame(), ObjetoPtr(primero));
+    // Removing a frame, even an inactive one, leaves no active frame or object.
+    s.mapa.remove(s.b);
+    QVERIFY(!s.mapa.getFrame() && !s.mapa.getActive() && !s.mapa.getSelected() && !s.frame(u"NB"_s));
+    // A host may remove the frame from inside its own Click handler.
+    connect(&s.mapa, &MapaX::Click, &s.mapa, [&] { s.mapa.remove(s.a); });
+    QPointer<QWidget> vista = s.conten(u"NA"_s);
+    QTest::mouseClick(vista, Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
+    flushDeletes();
+    QVERIFY(click.count() == 2 && !vista);
 
-    const auto otro = nave(QStringLiteral("N"), QStringLiteral("2"));
-    mapa.setObjeto(otro); // another code: the frame is replaced
-    QCOMPARE(mapa.controlNames(), (QStringList{QStringLiteral("thread"), QStringLiteral("N2")}));
-    QCOMPARE(mapa.getFrame(), ObjetoPtr(otro));
-
-    const auto mismoCodigo = nave(QStringLiteral("N"), QStringLiteral("2"), 1);
-    QWidget *frame = mapa.control(QStringLiteral("N2"));
-    mapa.setObjeto(mismoCodigo); // same code: same frame, new object
-    QCOMPARE(mapa.control(QStringLiteral("N2")), frame);
-    QCOMPARE(frameDe(mapa, QStringLiteral("N2"))->getObjeto(), ObjetoPtr(mismoCodigo));
-    QVERIFY(errors.messages().isEmpty());
-
-    // Same code, another type: looked up under a name that does not exist.
-    mapa.setObjeto(nave(QStringLiteral("X"), QStringLiteral("2")));
-    QCOMPARE(errors.messages(), QStringList{QStringLiteral("MapaX.setObjeto->Control not found")});
-    QCOMPARE(frameDe(mapa, QStringLiteral("N2"))->getObjeto(), ObjetoPtr(mismoCodigo));
+    // setObjeto with no active frame adds and shows; with another code replaces; with the same code swaps.
+    const auto uno = nave(u"1"_s), dos = nave(u"2"_s), otroDos = nave(u"2"_s);
+    s.mapa.setObjeto(uno);
+    QCOMPARE(s.mapa.getFrame(), ObjetoPtr(uno));
+    s.mapa.setObjeto(dos);
+    QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"N2"_s}));
+    FrameX *frame = s.frame(u"N2"_s);
+    s.mapa.setObjeto(otroDos);
+    QVERIFY(s.frame(u"N2"_s) == frame && frame->getObjeto() == otroDos);
+    s.mapa.removeAll();
+    QCOMPARE(s.mapa.controlNames(), QStringList{u"thread"_s});
+    s.mapa.setSelected(true); // only redraws: reading answers false
+    QVERIFY(!s.mapa.selected());
+    QCOMPARE(s.errors.messages(), QStringList());
 }
 
 void tst_MapaX::framesAreFittedIntoTheMap()
 {
-    MapaX mapa;
-    mapa.resize(700, 500);
-    mapa.show();
-    const auto pequena = nave(QStringLiteral("N"), QStringLiteral("P"), 1);
-    mapa.add(pequena);
-    QWidget *frame = mapa.control(QStringLiteral("NP"));
+    Sitio s;
+    QWidget *frame = s.frame(u"NB"_s);
     frame->move(500, 400);
-    mapa.resized();
-    // Pushed back inside, 2 pixels from the right and bottom edges.
-    QCOMPARE(frame->x(), 700 - frame->width() - 2);
-    QCOMPARE(frame->y(), 500 - frame->height() - 2);
-
-    // A frame that fills the whole width ends at position 1.
-    auto grande = nave(QStringLiteral("N"), QStringLiteral("G"), 1);
+    s.mapa.resized(); // pushed back inside, 2 pixels from the right and bottom edges
+    QCOMPARE(frame->pos(), QPoint(700 - frame->width() - 2, 500 - frame->height() - 2));
+    auto grande = nave(u"G"_s);
     grande->getObjetos()->Item(1)->setAncho(2000);
-    mapa.add(grande);
-    QWidget *ancho = mapa.control(QStringLiteral("NG"));
-    QCOMPARE(ancho->width(), 698); // limited by the map
-    ancho->move(300, 0);
-    mapa.resize(700, 501); // a real resize fits every frame too
-    QCOMPARE(ancho->x(), 1);
+    s.mapa.add(grande);
+    QCOMPARE(s.frame(u"NG"_s)->width(), 698); // limited by the map
+    s.frame(u"NG"_s)->move(300, 0);
+    s.mapa.resize(700, 501); // a real resize fits every frame too; one as wide as the map goes to 1
+    QCOMPARE(s.frame(u"NG"_s)->x(), 1);
 }
 
-void tst_MapaX::legendFollowsTheActiveObject()
+void tst_MapaX::legendFollowsTheActiveFrame()
 {
-    MapaX mapa;
-    mapa.show();
-    auto conClaves = nave(QStringLiteral("N"), QStringLiteral("K"));
-    auto claves = std::make_shared<Referencias>();
-    claves->add(QStringLiteral("T"), QStringLiteral("Tempranillo"), 0x000080);
-    claves->add(QStringLiteral("V"), QStringLiteral("Verdejo"), 0x00FFFF);
-    conClaves->setReferencias(claves);
-    auto listaVacia = nave(QStringLiteral("N"), QStringLiteral("E"));
+    Sitio s;
+    auto listaVacia = nave(u"E"_s);
     listaVacia->setReferencias(std::make_shared<Referencias>());
-    auto sinLista = nave(QStringLiteral("N"), QStringLiteral("S"));
-    for (const auto &obj : {conClaves, listaVacia, sinLista})
-        mapa.add(obj);
-
-    mapa.show(conClaves);
-    QVERIFY(!mapa.control(QStringLiteral("REF"))); // not asked for yet
-    mapa.ShowReferences();
-    QWidget *leyenda = mapa.control(QStringLiteral("REF"));
-    QVERIFY(leyenda);
-    QVERIFY(leyenda->isVisible());
+    s.mapa.add(listaVacia);
+    s.mapa.show(s.a);
+    QVERIFY(!s.mapa.control(u"REF"_s)); // not asked for yet
+    s.mapa.ShowReferences();
+    QWidget *leyenda = s.mapa.control(u"REF"_s);
+    QVERIFY(leyenda && leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RT"_s)); // a row per key
     QCOMPARE(leyenda->pos(), QPoint(2, 2));
-    QVERIFY(leyenda->findChild<QWidget *>(QStringLiteral("RT"))); // a row per key, named R + clave
-
-    mapa.show(listaVacia); // an empty list changes nothing: the two keys stay
-    QVERIFY(leyenda->isVisible());
-    QVERIFY(leyenda->findChild<QWidget *>(QStringLiteral("RV")));
-    mapa.show(sinLista); // no list at all: hidden
+    const QSize tamano = leyenda->size();
+    s.mapa.show(listaVacia); // an empty list changes nothing: the keys stay
+    QVERIFY(leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RV"_s) && leyenda->size() == tamano);
+    s.mapa.show(s.b); // no list at all: hidden
     QVERIFY(leyenda->isHidden());
-    mapa.show(conClaves);
+    s.mapa.show(s.a);
     QVERIFY(leyenda->isVisible());
-
     // Closed with its own button, and not wanted any more.
-    QTest::mousePress(leyenda->findChild<QWidget *>(QStringLiteral("cerrar")), Qt::LeftButton, Qt::NoModifier,
-                      QPoint(5, 5));
+    QTest::mousePress(leyenda->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
     flushDeletes();
-    QVERIFY(!mapa.control(QStringLiteral("REF")));
-    mapa.show(listaVacia);
-    mapa.show(conClaves);
-    QVERIFY(!mapa.control(QStringLiteral("REF")));
+    QVERIFY(!s.mapa.control(u"REF"_s));
+    s.mapa.show(s.b);
+    s.mapa.show(s.a);
+    QVERIFY(!s.mapa.control(u"REF"_s));
 }
 
 void tst_MapaX::keysRaiseEnterAndRightClick()
 {
-    MapaX mapa;
-    mapa.show();
-    QSignalSpy enter(&mapa, &MapaX::Enter);
-    QSignalSpy right(&mapa, &MapaX::RightClick);
-    QTest::keyClick(&mapa, Qt::Key_Return);
-    QTest::keyClick(&mapa, Qt::Key_Menu);
-    QCOMPARE(enter.count(), 0);
-    QCOMPARE(right.count(), 0);
-
-    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    mapa.add(a);
-    mapa.show(a); // the frame is active, no object is
-    QTest::keyClick(&mapa, Qt::Key_Enter);
-    QCOMPARE(enter.count(), 1);
-    QCOMPARE(enter.at(0).at(0).value<ObjetoPtr>(), ObjetoPtr(a));
-    QTest::keyClick(&mapa, Qt::Key_Menu); // a frame is no map object: nothing is raised
-    QCOMPARE(right.count(), 0);
-
+    Sitio s;
+    QSignalSpy enter(&s.mapa, &MapaX::Enter), right(&s.mapa, &MapaX::RightClick);
+    QTest::keyClick(&s.mapa, Qt::Key_Return); // nothing active: nothing raised
+    QTest::keyClick(&s.mapa, Qt::Key_Menu);
+    s.mapa.show(s.a); // the frame is active, no object is
+    QTest::keyClick(&s.mapa, Qt::Key_Enter);
+    QTest::keyClick(&s.mapa, Qt::Key_Menu); // a frame is no map object: nothing is raised
+    QCOMPARE(enter.count() + right.count(), 1);
+    QCOMPARE(enter.at(0).at(0).value<ObjetoPtr>(), ObjetoPtr(s.a));
     // An active object inside the frame, with two selected.
-    IContenedorX *frame = frameDe(mapa, QStringLiteral("NA"));
-    frame->seleccionarTodos();
-    const ObjetoPtr hijo = a->getObjetos()->Item(2);
-    mapa.callbacks()->setActive(hijo, frame, 1);
-    QTest::keyClick(&mapa, Qt::Key_Menu);
+    s.frame(u"NA"_s)->seleccionarTodos();
+    const ObjetoPtr hijo = s.a->getObjetos()->Item(2);
+    s.mapa.callbacks()->setActive(hijo, s.frame(u"NA"_s), 1);
+    QTest::keyClick(&s.mapa, Qt::Key_Menu);
+    QTest::keyClick(&s.mapa, Qt::Key_Return);
     QCOMPARE(right.count(), 1);
-    QCOMPARE(right.at(0).at(0).value<ObjetoPtr>(), hijo);
-    QCOMPARE(right.at(0).at(1).toBool(), true);
-    QTest::keyClick(&mapa, Qt::Key_Return);
+    QVERIFY(right.at(0).at(0).value<ObjetoPtr>() == hijo && right.at(0).at(1).toBool());
     QCOMPARE(enter.last().at(0).value<ObjetoPtr>(), hijo);
+    s.frame(u"NA"_s)->deseleccionarTodos(); // one selected: not several
+    s.frame(u"NA"_s)->seleccionar(u"AD2"_s);
+    QTest::keyClick(&s.mapa, Qt::Key_Menu);
+    QVERIFY(right.count() == 2 && !right.at(1).at(1).toBool());
+}
+
+void tst_MapaX::layoutRequestsRunOnTheNextTick_data()
+{
+    // D1 (10,10) 50x40 is the active example; D2 is at (70,70) 60x40 and D3 at (150,30) 50x20.
+    QTest::addColumn<int>("movidos");
+    QTest::addColumn<QString>("despues");
+    QTest::newRow("alinearHorizontal") << 3 << u"10,10 50x40|70,10 60x40|150,10 50x20"_s;
+    QTest::newRow("alinearVertical") << 3 << u"10,10 50x40|10,70 60x40|10,30 50x20"_s;
+    QTest::newRow("igualarDimension") << 3 << u"10,10 50x40|70,70 50x40|150,30 50x40"_s;
+    QTest::newRow("distribuirHorizontal") << 1 << u"10,10 50x40|74,70 60x40|150,30 50x20"_s;
+    QTest::newRow("distribuirVertical") << 1 << u"10,10 50x40|70,70 60x40|150,49 50x20"_s;
 }
 
 void tst_MapaX::layoutRequestsRunOnTheNextTick()
 {
-    ErrorCatcher errors;
-    MapaX mapa;
-    mapa.show();
-    mapa.igualarDimension(); // no active frame when the timer fires
-    QTRY_COMPARE(errors.messages(),
-                 QStringList{QStringLiteral("MapaX.thread.Timer->Object variable or With block variable not set")});
-
-    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    a->getObjetos()->Item(2)->setY(70);
-    a->getObjetos()->Item(3)->setY(30);
-    mapa.add(a);
-    mapa.show(a);
-    frameDe(mapa, QStringLiteral("NA"))->seleccionarTodos();
-    QSignalSpy moved(&mapa, &MapaX::moved);
-    // Two requests within one tick: only the last one runs.
-    mapa.alinearVertical();
-    mapa.distribuirVertical();
-    QCOMPARE(moved.count(), 0); // nothing happens inside the call
-    QTRY_VERIFY(moved.count() > 0);
-    QTest::qWait(30);
-    QCOMPARE(moved.count(), 1); // the middle one of three, once
-    QCOMPARE(a->getObjetos()->Item(1)->getX(), 10); // no vertical alignment happened
-    QCOMPARE(a->getObjetos()->Item(3)->getY(), 10 + 40 - 1 + (70 + 40 - 1 - 10 + 1 - 120) / 2);
-}
-
-void tst_MapaX::lockWalkStopsAtTheLegend()
-{
-    ErrorCatcher errors;
-    MapaX mapa;
-    mapa.show();
-    auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    auto claves = std::make_shared<Referencias>();
-    claves->add(QStringLiteral("T"), QStringLiteral("Tinto"), 0x000080);
-    a->setReferencias(claves);
-    const auto b = nave(QStringLiteral("N"), QStringLiteral("B"));
-    mapa.add(a);
-    mapa.show(a);
-    mapa.ShowReferences(); // "REF" now stands after "NA"
-    mapa.add(b);
-    mapa.show(b);
-    mapa.setBloqueo(true);
-    QCOMPARE(errors.messages(), QStringList{QStringLiteral("MapaX.setBloqueo->Object doesn't support this property or method")});
-
-    // "NB" comes after "REF": still unlocked, so a Shift-drag moves its children.
-    DragDriver driver;
-    QWidget *contenido = mapa.control(QStringLiteral("NB"))->findChild<QWidget *>(QStringLiteral("conten"));
-    QVERIFY(contenido);
-    const ObjetoPtr hijo = b->getObjetos()->Item(1);
-    const QPoint desde(hijo->getX() + 2 + 5, hijo->getY() + 2 + 5);
-    QTest::mouseClick(contenido, Qt::LeftButton, Qt::NoModifier, desde); // selects it
-    QTest::mousePress(contenido, Qt::LeftButton, Qt::ShiftModifier, desde);
-    QMouseEvent arrastre(QEvent::MouseMove, desde + QPoint(20, 0), contenido->mapToGlobal(desde + QPoint(20, 0)),
-                         Qt::NoButton, Qt::LeftButton, Qt::ShiftModifier);
-    QCoreApplication::sendEvent(contenido, &arrastre);
-    QVERIFY(driver.dragging());
-    driver.move(contenido, desde + QPoint(20, 0), Qt::ShiftModifier);
-    driver.drop(contenido, desde + QPoint(20, 0), Qt::ShiftModifier);
-    driver.finish(Qt::MoveAction);
-    QCOMPARE(hijo->getX(), 30);
+    QFETCH(int, movidos);
+    QFETCH(QString, despues);
+    Sitio s;
+    const auto hijos = s.b->getObjetos();
+    s.mapa.remove(s.b);
+    hijos->Item(2)->setY(70);
+    hijos->Item(2)->setAncho(60);
+    hijos->Item(3)->setX(150);
+    hijos->Item(3)->setY(30);
+    hijos->Item(3)->setAlto(20);
+    s.mapa.add(s.b);
+    s.mapa.show(s.b);
+    s.frame(u"NB"_s)->seleccionarTodos();
+    s.mapa.callbacks()->setActive(hijos->Item(1), s.frame(u"NB"_s), 1);
+    QSignalSpy moved(&s.mapa, &MapaX::moved);
+    // Every other request first, within one tick: only the last one runs, and not inside the call.
+    for (const char *otra : {"alinearHorizontal", "alinearVertical", "igualarDimension", "distribuirHorizontal",
+                             "distribuirVertical"}) {
+        if (qstrcmp(otra, QTest::currentDataTag()) != 0)
+            QMetaObject::invokeMethod(&s.mapa, otra);
+    }
+    QMetaObject::invokeMethod(&s.mapa, QTest::currentDataTag());
+    QCOMPARE(moved.count(), 0);
+    QTest::qWait(50); // several ticks: it runs once
+    QCOMPARE(moved.count(), movidos);
+    QStringList hechos;
+    for (const ObjetoPtr &o : hijos->NewEnum())
+        hechos << u"%1,%2 %3x%4"_s.arg(o->getX()).arg(o->getY()).arg(o->getAncho()).arg(o->getAlto());
+    QCOMPARE(hechos.join(u'|'), despues);
 }
 
 void tst_MapaX::framesMoveByTheirTitle()
 {
-    ErrorCatcher errors;
-    MapaX mapa;
-    mapa.resize(800, 600);
-    mapa.show();
-    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    const auto b = nave(QStringLiteral("N"), QStringLiteral("B"));
-    mapa.add(a);
-    mapa.add(b);
-    mapa.show(b);
-    mapa.show(a);
-    FrameX *frame = frameDe(mapa, QStringLiteral("NA"));
+    Sitio s;
+    s.mapa.show(s.b);
+    s.mapa.show(s.a);
+    FrameX *frame = s.frame(u"NA"_s);
     frame->move(40, 30);
-    QWidget *titulo = frame->findChild<QWidget *>(QStringLiteral("titulo"));
-
-    DragDriver driver;
-    const QPoint agarre(30, 8);
-    QTest::mousePress(titulo, Qt::LeftButton, Qt::NoModifier, agarre);
-    QMouseEvent arrastre(QEvent::MouseMove, agarre + QPoint(10, 0), titulo->mapToGlobal(agarre + QPoint(10, 0)),
-                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(titulo, &arrastre);
-    QVERIFY(driver.dragging());
-    QCOMPARE(driver.text(), QStringLiteral("NA"));
-    QCOMPARE(driver.allowed(), Qt::DropActions(Qt::MoveAction));
-
+    QWidget *titulo = frame->findChild<QWidget *>(u"titulo"_s);
+    QTest::mousePress(titulo, Qt::LeftButton, Qt::NoModifier, QPoint(30, 8));
+    arrastrar(titulo, QPoint(40, 8));
+    QCOMPARE(s.driver.text(), u"NA"_s);
+    QCOMPARE(s.driver.allowed(), Qt::DropActions(Qt::MoveAction));
     // While it moves: the frame hides behind one outline, every control is disabled.
-    QVERIFY(frame->isHidden());
-    QWidget *caja = mapa.control(QStringLiteral("caja"));
-    QVERIFY(caja);
+    QWidget *caja = s.mapa.control(u"caja"_s);
+    QVERIFY(frame->isHidden() && caja && !s.frame(u"NB"_s)->isEnabled());
     QCOMPARE(caja->geometry(), frame->geometry());
-    QVERIFY(!mapa.control(QStringLiteral("NB"))->isEnabled());
-
-    const QPointF offset(frame->getDragX(), frame->getDragY());
-    QCOMPARE(offset, QPointF(titulo->x() + agarre.x() + 10, titulo->y() + agarre.y()));
-    QCOMPARE(driver.move(&mapa, QPoint(400, 300)), Qt::MoveAction);
-    QCOMPARE(caja->pos(), QPoint(400, 300) - offset.toPoint());
-    QCOMPARE(driver.drop(&mapa, QPoint(420, 310)), Qt::MoveAction);
-    driver.finish(Qt::MoveAction);
-
-    QCOMPARE(frame->pos(), QPoint(420, 310) - offset.toPoint());
-    QVERIFY(!frame->isHidden());
-    QVERIFY(mapa.control(QStringLiteral("NB"))->isEnabled());
+    const QPoint agarre = titulo->pos() + QPoint(40, 8);
+    QCOMPARE(QPointF(frame->getDragX(), frame->getDragY()), QPointF(agarre));
+    QCOMPARE(s.driver.move(&s.mapa, QPoint(400, 300)), Qt::MoveAction);
+    QCOMPARE(caja->pos(), QPoint(400, 300) - agarre);
+    QCOMPARE(s.driver.drop(&s.mapa, QPoint(420, 310)), Qt::MoveAction);
+    s.driver.finish(Qt::MoveAction);
+    QCOMPARE(frame->pos(), QPoint(420, 310) - agarre);
+    QVERIFY(!frame->isHidden() && s.frame(u"NB"_s)->isEnabled());
     flushDeletes();
-    QVERIFY(!mapa.control(QStringLiteral("caja")));
-    QVERIFY(mapa.findChildren<QWidget *>(QStringLiteral("caja")).isEmpty());
-    QVERIFY(errors.messages().isEmpty());
-
+    QVERIFY(s.mapa.findChildren<QWidget *>(u"caja"_s).isEmpty());
     // A frame's name dropped when nothing moves is refused, and the frame stays.
     QMimeData ajeno;
-    ajeno.setText(QStringLiteral("NB"));
-    const QPoint antes = mapa.control(QStringLiteral("NB"))->pos();
-    QCOMPARE(DragDriver::moveData(&mapa, QPoint(10, 10), &ajeno), Qt::IgnoreAction);
-    QCOMPARE(DragDriver::dropData(&mapa, QPoint(10, 10), &ajeno), Qt::IgnoreAction);
-    QCOMPARE(mapa.control(QStringLiteral("NB"))->pos(), antes);
+    ajeno.setText(u"NB"_s);
+    const QPoint antes = s.frame(u"NB"_s)->pos();
+    QCOMPARE(DragDriver::moveData(&s.mapa, QPoint(10, 10), &ajeno), Qt::IgnoreAction);
+    QCOMPARE(DragDriver::dropData(&s.mapa, QPoint(10, 10), &ajeno), Qt::IgnoreAction);
+    QCOMPARE(s.frame(u"NB"_s)->pos(), antes);
+    QCOMPARE(s.errors.messages(), QStringList());
 }
 
-void tst_MapaX::movesSurviveRemovalsAndResizes()
+void tst_MapaX::failures_data()
 {
-    ErrorCatcher errors;
-    MapaX mapa;
-    mapa.show();
-    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    mapa.add(a);
-    mapa.show(a);
-    QWidget *frame = mapa.control(QStringLiteral("NA"));
-
-    DragDriver driver;
-    mapa.startMove(frame);
-    QVERIFY(driver.dragging());
-    // The map is resized while the outline is up: the outline answers no fitting.
-    mapa.resize(mapa.width() + 10, mapa.height());
-    QCOMPARE(errors.messages(),
-             QStringList{QStringLiteral("MapaX.UserControl_Resize->Object doesn't support this property or method")});
-    // A second move while moving cannot make a second outline.
-    mapa.startMove(frame);
-    QVERIFY(errors.messages().contains(
-        QStringLiteral("MapaX.dibujarCaja->This key is already associated with an element of this collection")));
-    driver.finish();
-    driver.finish();
-    flushDeletes();
-    QVERIFY(!mapa.control(QStringLiteral("caja")));
-    QVERIFY(frame->isEnabled());
-    QVERIFY(!frame->isHidden());
-
-    // The frame goes away in the middle of its move: no outline, no disabled control remains.
-    errors.clear();
-    mapa.startMove(frame);
-    mapa.remove(a);
-    driver.finish();
-    flushDeletes();
-    QVERIFY(!mapa.control(QStringLiteral("caja")));
-    QCOMPARE(mapa.controlNames(), QStringList{QStringLiteral("thread")});
-    QCOMPARE(errors.messages(), QStringList{QStringLiteral("MapaX.completeMove->Control not found")});
-
-    // The legend closed by the host while it is being dragged: the same.
-    errors.clear();
-    auto b = nave(QStringLiteral("N"), QStringLiteral("B"));
-    auto claves = std::make_shared<Referencias>();
-    claves->add(QStringLiteral("T"), QStringLiteral("Tinto"), 0x000080);
-    b->setReferencias(claves);
-    mapa.add(b);
-    mapa.show(b);
-    mapa.ShowReferences();
-    QWidget *leyenda = mapa.control(QStringLiteral("REF"));
-    QVERIFY(leyenda);
-    mapa.startMove(leyenda);
-    QVERIFY(mapa.control(QStringLiteral("caja")));
-    mapa.remove(nullptr);
-    QCOMPARE(driver.drop(&mapa, QPoint(50, 50)), Qt::IgnoreAction); // nothing left to move
-    driver.finish();
-    flushDeletes();
-    QCOMPARE(mapa.controlNames(), (QStringList{QStringLiteral("thread"), QStringLiteral("NB")}));
-    QVERIFY(mapa.control(QStringLiteral("NB"))->isEnabled());
-    // The outline had no frame to go back onto, and the move none to complete.
-    QCOMPARE(errors.messages(), (QStringList{QStringLiteral("MapaX.UserControl_OLEGiveFeedback->Control not found"),
-                                             QStringLiteral("MapaX.completeMove->Control not found")}));
-
-    // A host deletes the whole map while one of its frames is moving: the drag's end finds nothing.
-    auto *efimero = new MapaX;
-    efimero->add(a);
-    efimero->show(a);
-    efimero->startMove(efimero->control(QStringLiteral("NA")));
-    QVERIFY(driver.dragging());
-    delete efimero;
-    driver.finish();
+    QTest::addColumn<Accion>("accion");
+    QTest::addColumn<QStringList>("etiquetas");
+    const QString noHay = u"->Control not found"_s, sinObjeto = u"->Object variable or With block variable not set"_s;
+    const QString sinMiembro = u"->Object doesn't support this property or method"_s;
+    const QString repetido = u"->This key is already associated with an element of this collection"_s;
+    QTest::newRow("add under a taken name") << Accion([](Sitio &s) { s.mapa.add(nave({}, u"NA"_s)); })
+                                            << QStringList{"MapaX.add" + repetido};
+    QTest::newRow("add none") << Accion([](Sitio &s) { s.mapa.add(nullptr); }) << QStringList{"MapaX.add" + sinObjeto};
+    QTest::newRow("remove the legend never shown") << Accion([](Sitio &s) { s.mapa.remove(nullptr); })
+                                                   << QStringList{"MapaX.remove" + noHay};
+    QTest::newRow("a missing frame") << Accion([](Sitio &s) {
+        const auto nunca = nave(u"Z"_s);
+        s.mapa.seleccionar(nunca, u"ZD1"_s); // the selections and isMember are quiet
+        s.mapa.seleccionarTodos(nunca);
+        s.mapa.deseleccionarTodos(nunca);
+        QVERIFY(!s.mapa.isMember(nunca) && !s.mapa.isMember(nullptr));
+        s.mapa.show(nunca);
+        s.mapa.hide(nunca);
+        s.mapa.Refresh(nunca);
+        s.mapa.setEscala(nunca, 2.0f);
+        s.mapa.remove(nunca);
+    }) << QStringList{"MapaX.show" + noHay, "MapaX.hide" + noHay, "MapaX.Refresh" + noHay,
+                      "MapaX.setEscala" + noHay, "MapaX.remove" + noHay};
+    QTest::newRow("setObjeto under another type") << Accion([](Sitio &s) {
+        s.mapa.show(s.b);
+        s.mapa.setObjeto(nave(u"B"_s, u"X"_s));
+        QCOMPARE(s.frame(u"NB"_s)->getObjeto(), ObjetoPtr(s.b));
+    }) << QStringList{"MapaX.setObjeto" + noHay};
+    QTest::newRow("layout with no active frame") << Accion([](Sitio &s) { s.mapa.igualarDimension(); })
+                                                 << QStringList{"MapaX.thread.Timer" + sinObjeto};
+    QTest::newRow("drop from a missing frame") << Accion([](Sitio &s) {
+        QSignalSpy drop(&s.mapa, &MapaX::Drop);
+        s.mapa.IMapaX_Droped(u"NZ"_s, s.a, 0);
+        QCOMPARE(drop.count(), 0);
+    }) << QStringList();
+    // The walk stops at the legend: the frames before it are locked, the ones after are not.
+    QTest::newRow("lock walk stops at the legend") << Accion([](Sitio &s) {
+        s.mapa.show(s.a);
+        s.mapa.ShowReferences();
+        const auto c = nave(u"C"_s);
+        s.mapa.add(c);
+        s.mapa.show(s.b);
+        s.mapa.setBloqueo(true);
+        QCOMPARE(s.desplazar(s.b), 10);
+        s.mapa.show(c);
+        QCOMPARE(s.desplazar(c), 30);
+    }) << QStringList{"MapaX.setBloqueo" + sinMiembro};
+    // While a frame moves, the outline answers no fitting and no second outline can be made.
+    QTest::newRow("resize and move while moving") << Accion([](Sitio &s) {
+        s.mapa.startMove(s.frame(u"NA"_s));
+        s.mapa.resize(s.mapa.width() + 10, s.mapa.height());
+        s.mapa.startMove(s.frame(u"NA"_s));
+        s.driver.finish();
+        s.driver.finish();
+        QVERIFY(s.frame(u"NA"_s)->isVisible());
+    }) << QStringList{"MapaX.UserControl_Resize" + sinMiembro, "MapaX.dibujarCaja" + repetido};
+    QTest::newRow("frame removed while moving") << Accion([](Sitio &s) {
+        s.mapa.startMove(s.frame(u"NA"_s));
+        s.mapa.remove(s.a);
+        s.driver.finish();
+    }) << QStringList{"MapaX.completeMove" + noHay};
+    QTest::newRow("legend closed while moving") << Accion([](Sitio &s) {
+        s.mapa.show(s.a);
+        s.mapa.ShowReferences();
+        s.mapa.startMove(s.mapa.control(u"REF"_s));
+        s.mapa.remove(nullptr);
+        QCOMPARE(s.driver.drop(&s.mapa, QPoint(50, 50)), Qt::IgnoreAction); // nothing left to move
+        s.driver.finish();
+    }) << QStringList{"MapaX.UserControl_OLEGiveFeedback" + noHay, "MapaX.completeMove" + noHay};
+    // A host deletes the whole map while one of its frames moves: the drag's end finds nothing.
+    QTest::newRow("map deleted while moving") << Accion([](Sitio &s) {
+        auto *efimero = new MapaX;
+        efimero->add(s.a);
+        efimero->startMove(efimero->control(u"NA"_s));
+        delete efimero;
+        QVERIFY(s.driver.dragging());
+        s.driver.finish();
+    }) << QStringList();
 }
 
-void tst_MapaX::callbacksBecomeSignals()
+void tst_MapaX::failures()
 {
-    MapaX mapa;
-    mapa.show();
-    const auto a = nave(QStringLiteral("N"), QStringLiteral("A"));
-    mapa.add(a);
-    mapa.show(a);
-    frameDe(mapa, QStringLiteral("NA"))->seleccionar(QStringLiteral("AD2"));
-
-    QSignalSpy drop(&mapa, &MapaX::Drop);
-    QSignalSpy click(&mapa, &MapaX::Click);
-    const ObjetoPtr destino = a->getObjetos()->Item(3);
-    mapa.callbacks()->droped(QStringLiteral("NA"), destino, 2);
-    QCOMPARE(drop.count(), 1);
-    const auto seleccion = drop.at(0).at(0).value<std::shared_ptr<Objetos>>();
-    QCOMPARE(seleccion->count(), 1);
-    QCOMPARE(seleccion->Item(1)->getCodigo(), QStringLiteral("AD2"));
-    QCOMPARE(drop.at(0).at(1).value<ObjetoPtr>(), destino);
-    QCOMPARE(drop.at(0).at(2).toInt(), 2);
-    mapa.IMapaX_Droped(QStringLiteral("NZ"), destino, 0); // no such source frame: nothing
-    QCOMPARE(drop.count(), 1);
-
-    // A host that removes the frame from inside its own Click handler.
-    connect(&mapa, &MapaX::Click, &mapa, [&](const ObjetoPtr &) { mapa.remove(a); });
-    QWidget *contenido = mapa.control(QStringLiteral("NA"))->findChild<QWidget *>(QStringLiteral("conten"));
-    QPointer<QWidget> vigilado = contenido;
-    QTest::mouseClick(contenido, Qt::LeftButton, Qt::NoModifier, QPoint(15, 15));
-    QCOMPARE(click.count(), 1);
-    QVERIFY(!mapa.control(QStringLiteral("NA")));
+    QFETCH(Accion, accion);
+    QFETCH(QStringList, etiquetas);
+    Sitio s;
+    accion(s);
+    QTRY_COMPARE(s.errors.messages(), etiquetas);
+    // Whatever failed, no move outline and no disabled control remain.
     flushDeletes();
-    QVERIFY(!vigilado);
-}
-
-void tst_MapaX::operationsOnMissingFramesAreQuiet()
-{
-    ErrorCatcher errors;
-    MapaX mapa;
-    const auto nunca = nave(QStringLiteral("N"), QStringLiteral("Z"));
-    mapa.seleccionar(nunca, QStringLiteral("ZD1"));
-    mapa.seleccionarTodos(nunca);
-    mapa.deseleccionarTodos(nunca);
-    QVERIFY(errors.messages().isEmpty());
-    mapa.show(nunca);
-    mapa.hide(nunca);
-    mapa.Refresh(nunca);
-    mapa.setEscala(nunca, 2.0f);
-    QCOMPARE(errors.messages(), (QStringList{QStringLiteral("MapaX.show->Control not found"),
-                                             QStringLiteral("MapaX.hide->Control not found"),
-                                             QStringLiteral("MapaX.Refresh->Control not found"),
-                                             QStringLiteral("MapaX.setEscala->Control not found")}));
+    QVERIFY(!s.mapa.control(u"caja"_s));
+    for (const QString &nombre : s.mapa.controlNames().mid(1))
+        QVERIFY(s.mapa.control(nombre)->isEnabled());
 }
 
 QTEST_MAIN(tst_MapaX)

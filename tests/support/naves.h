@@ -1,0 +1,59 @@
+#ifndef TARVONIX_TESTS_NAVES_H
+#define TARVONIX_TESTS_NAVES_H
+
+#include <tarvonix/model/deposito.h>
+#include <tarvonix/model/objeto.h>
+#include <tarvonix/model/objetos.h>
+#include <tarvonix/model/referencias.h>
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QWidget>
+
+// Root objects for the map tests, and what they need around them.
+namespace naves {
+
+//! A room \a tipo + \a codigo holding three 50 x 40 vessels "<codigo>D1" to "D3" at (10, 10), (70, 10)
+//! and (130, 10), with the colour keys T and V when \a claves.
+inline std::shared_ptr<tarvonix::Objeto> nave(const QString &codigo, const QString &tipo = QStringLiteral("N"),
+                                              bool claves = false)
+{
+    auto objeto = std::make_shared<tarvonix::Objeto>();
+    objeto->setTipo(tipo);
+    objeto->setCodigo(codigo);
+    objeto->setPuedeContener(true);
+    for (int i = 1; i <= 3; ++i) {
+        auto deposito = std::make_shared<tarvonix::Deposito>();
+        deposito->setCodigo(codigo + QStringLiteral("D%1").arg(i));
+        deposito->setX(qint16(10 + 60 * (i - 1)));
+        deposito->setY(10);
+        deposito->setAncho(50);
+        deposito->setAlto(40);
+        deposito->setForma(1);
+        deposito->setPadre(codigo);
+        objeto->getObjetos()->add(deposito);
+    }
+    if (claves) {
+        objeto->setReferencias(std::make_shared<tarvonix::Referencias>());
+        objeto->getReferencias()->add(QStringLiteral("T"), QStringLiteral("Tempranillo"), 0x000080);
+        objeto->getReferencias()->add(QStringLiteral("V"), QStringLiteral("Verdejo"), 0x00FFFF);
+    }
+    return objeto;
+}
+
+//! Runs the deletions a removal left for later: the removed controls are gone afterwards.
+inline void flushDeletes()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+//! The pointer moves to \a pos over \a widget with the left button held down, as a drag begins.
+inline void arrastrar(QWidget *widget, QPoint pos, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QMouseEvent event(QEvent::MouseMove, pos, widget->mapToGlobal(pos), Qt::NoButton, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+} // namespace naves
+
+#endif
