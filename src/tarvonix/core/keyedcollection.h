@@ -59,8 +59,13 @@ class KeyedCollection
     {
         std::vector<std::vector<Entry>> chunks;
         std::vector<quint64> gaps;  // one bit per slot, set where an entry was removed
-        std::vector<quint32> table; // open addressing with linear probing: slot + 1
-        qsizetype tableUsed = 0;    // buckets that are not free, removed ones included
+        // Open addressing with linear probing. A bucket holds slot + 1 in the
+        // bits of slotMask and high bits of the key's hash in the others, so
+        // that a probe rarely reads an entry whose key does not match. There
+        // are never more slots than one and a half buckets per table.
+        std::vector<quint32> table;
+        quint32 slotMask = 0;
+        qsizetype tableUsed = 0; // buckets that are not free, removed ones included
         // Live slots counted in a Fenwick tree (1-based), so that a slot's
         // position and the slot at a position take log N while there are
         // gaps. Empty while there are none: then slot and position agree.
@@ -73,6 +78,8 @@ class KeyedCollection
         {
             return chunks[size_t(slot >> ChunkShift)][size_t(slot & (ChunkSize - 1))];
         }
+        qsizetype slotIn(size_t bucket) const { return qsizetype(table[bucket] & slotMask) - 1; }
+        quint32 tagOf(size_t hash) const { return quint32(quint64(hash) >> 32) & ~slotMask; }
         bool isGap(qsizetype slot) const { return (gaps[size_t(slot >> 6)] >> (slot & 63)) & 1; }
         qsizetype nextLive(qsizetype slot) const
         {
@@ -126,7 +133,7 @@ public:
     qsizetype positionOf(const QString &key) const
     {
         const qsizetype bucket = findBucket(key, hashOf(key));
-        return bucket < 0 ? 0 : positionOfSlot(qsizetype(d->table[size_t(bucket)]) - 1);
+        return bucket < 0 ? 0 : positionOfSlot(d->slotIn(size_t(bucket)));
     }
 
     //! The value at the 1-based \a position; fails with Error::SubscriptOutOfRange outside 1..count().
@@ -143,14 +150,14 @@ public:
         const qsizetype bucket = findBucket(key, hashOf(key));
         if (bucket < 0)
             throw Error(Error::InvalidArgument);
-        return d->entry(qsizetype(d->table[size_t(bucket)]) - 1).value;
+        return d->entry(d->slotIn(size_t(bucket))).value;
     }
 
     //! The value under \a key, or a default-constructed T when there is none.
     T value(const QString &key) const
     {
         const qsizetype bucket = findBucket(key, hashOf(key));
-        return bucket < 0 ? T() : d->entry(qsizetype(d->table[size_t(bucket)]) - 1).value;
+        return bucket < 0 ? T() : d->entry(d->slotIn(size_t(bucket))).value;
     }
 
     //! The value at the 1-based \a position, or a default-constructed T outside 1..count().
@@ -191,7 +198,7 @@ public:
         if (bucket < 0)
             return std::nullopt;
         detach();
-        const qsizetype slot = qsizetype(d->table[size_t(bucket)]) - 1;
+        const qsizetype slot = d->slotIn(size_t(bucket));
         std::optional<T> taken(std::move(d->entry(slot).value));
         removeSlot(bucket, slot);
         return taken;
@@ -383,11 +390,13 @@ private:
         if (data.table.empty())
             return -1;
         const size_t mask = data.table.size() - 1;
+        const quint32 tag = data.tagOf(hash);
         for (size_t bucket = hash & mask;; bucket = (bucket + 1) & mask) {
             const quint32 stored = data.table[bucket];
             if (stored == FreeBucket)
                 return -1;
-            if (stored != RemovedBucket && sameKey(data.entry(qsizetype(stored) - 1).key, key))
+            if (stored != RemovedBucket && (stored & ~data.slotMask) == tag
+                && sameKey(data.entry(data.slotIn(bucket)).key, key))
                 return qsizetype(bucket);
         }
     }
@@ -397,7 +406,7 @@ private:
         const Data &data = *d;
         const size_t mask = data.table.size() - 1;
         size_t bucket = hashOf(data.entry(slot).key) & mask;
-        while (data.table[bucket] != quint32(slot + 1))
+        while (data.table[bucket] == RemovedBucket || data.slotIn(bucket) != slot)
             bucket = (bucket + 1) & mask;
         return qsizetype(bucket);
     }
@@ -410,7 +419,7 @@ private:
             bucket = (bucket + 1) & mask;
         if (data.table[bucket] == FreeBucket)
             ++data.tableUsed;
-        data.table[bucket] = quint32(slot + 1);
+        data.table[bucket] = quint32(slot + 1) | data.tagOf(hash);
     }
 
     // Rehashes every live entry into a table that holds \a entries at a load of 3/4 at most.
@@ -424,6 +433,8 @@ private:
             size = data.table.size(); // only shrink when far too big
         data.table.assign(size, FreeBucket);
         data.tableUsed = 0;
+        // Twice the buckets: the slots never reach one and a half times them.
+        data.slotMask = size >= (size_t(1) << 31) ? ~quint32(0) >> 1 : quint32(size * 2 - 1);
         for (qsizetype slot = data.nextLive(0); slot < data.slots; slot = data.nextLive(slot + 1))
             insertBucket(data, hashOf(data.entry(slot).key), slot);
     }
