@@ -1,6 +1,7 @@
 #include <tarvonix/core/error.h>
 #include <tarvonix/core/keyedcollection.h>
 
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace tarvonix;
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void enumeratorsKeepTheirContents();
     void clearOnlyReplacesFilledCollections();
     void lookupsOutsideFail();
+    void positionsFollowRemovalsAndBulkRemoval();
 };
 
 void tst_KeyedCollection::positionsAndKeys()
@@ -115,6 +117,39 @@ void tst_KeyedCollection::lookupsOutsideFail()
         QCOMPARE(error.code(), Error::InvalidArgument);
     }
     QCOMPARE(c.count(), 1);
+}
+
+void tst_KeyedCollection::positionsFollowRemovalsAndBulkRemoval()
+{
+    // Against a plain list, through more entries than one storage chunk holds
+    // and enough removals to leave gaps, count them and close them again.
+    KeyedCollection<int> c;
+    QList<int> model;
+    QRandomGenerator random(7);
+    for (int step = 0; step < 8000; ++step) {
+        const int op = random.bounded(10);
+        const int at = model.isEmpty() ? 0 : int(random.bounded(model.size()));
+        if (op < 5 || model.isEmpty()) {
+            c.add(QStringLiteral("K%1").arg(step), step);
+            model.append(step);
+        } else if (op < 7) {
+            c.remove(QStringLiteral("k%1").arg(model.takeAt(at)));
+        } else if (op < 8) {
+            c.removeAt(at + 1);
+            model.removeAt(at);
+        } else {
+            QCOMPARE(c.positionOf(QStringLiteral("k%1").arg(model.at(at))), at + 1);
+            QCOMPARE(c.at(at + 1), model.at(at));
+        }
+    }
+    QCOMPARE(c.count(), model.size());
+    const qsizetype total = model.size();
+    const auto before = c.enumerate();
+    const auto odd = [](int value) { return value % 2 == 1; };
+    QCOMPARE(c.removeIf(odd), model.removeIf(odd));
+    QCOMPARE(QList<int>(c.begin(), c.end()), model);
+    QCOMPARE(c.positionOf(QStringLiteral("K%1").arg(model.last())), model.size());
+    QCOMPARE(before.count(), total); // the enumerator still walks what it was taken from
 }
 
 QTEST_GUILESS_MAIN(tst_KeyedCollection)

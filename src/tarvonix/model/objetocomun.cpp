@@ -25,9 +25,19 @@ QString sinEspacios(const QString &texto)
 IObjeto::~IObjeto() = default;
 
 ObjetoComun::ObjetoComun(const Perfil &perfil)
-    : m_perfil(perfil)
+    : m_tipo(perfil.tipoFijo.value_or(QString()))
     , m_color(perfil.colorInicial)
+    , m_guardados(quint8(perfil.guardados))
+    , m_tipoFijo(perfil.tipoFijo.has_value())
 {
+    static_assert(ConContener <= 0xFF, "the stored fields must fit m_guardados");
+}
+
+ObjetoComun::Extras &ObjetoComun::extras()
+{
+    if (!m_extras)
+        m_extras = std::make_unique<Extras>();
+    return *m_extras;
 }
 
 ObjetoComun::~ObjetoComun() = default;
@@ -54,12 +64,12 @@ QString ObjetoComun::getCodigo() const
 
 QString ObjetoComun::getTipo() const
 {
-    return m_perfil.tipoFijo.value_or(m_tipo);
+    return m_tipo;
 }
 
 void ObjetoComun::setTipo(const QString &tipo)
 {
-    if (!m_perfil.tipoFijo)
+    if (!m_tipoFijo)
         m_tipo = tipo;
 }
 
@@ -130,25 +140,25 @@ void ObjetoComun::setForma(qint16 forma)
 
 std::shared_ptr<Imagen> ObjetoComun::getImagen() const
 {
-    return m_imagen;
+    return m_extras ? m_extras->imagen : nullptr;
 }
 
 void ObjetoComun::setImagen(std::shared_ptr<Imagen> imagen)
 {
-    if (guarda(ConImagen))
-        m_imagen = std::move(imagen);
+    if (guarda(ConImagen) && (m_extras || imagen))
+        extras().imagen = std::move(imagen);
 }
 
 QVariant ObjetoComun::getTag() const
 {
-    return m_tag;
+    return m_extras ? m_extras->tag : QVariant();
 }
 
 void ObjetoComun::setTag(const QVariant &tag)
 {
     // A QVariant holding a map object shares the reference; any other value is a copy.
-    if (guarda(ConTag))
-        m_tag = tag;
+    if (guarda(ConTag) && (m_extras || tag.isValid()))
+        extras().tag = tag;
 }
 
 void ObjetoComun::setColor(qint32 color)
@@ -164,18 +174,18 @@ qint32 ObjetoComun::getColor() const
 
 void ObjetoComun::setTip(const QString &tip)
 {
-    if (guarda(ConTip))
-        m_tip = tip;
+    if (guarda(ConTip) && (m_extras || !tip.isNull()))
+        extras().tip = tip;
 }
 
 QString ObjetoComun::getTip() const
 {
-    return m_tip;
+    return m_extras ? m_extras->tip : QString();
 }
 
 std::shared_ptr<Objetos> ObjetoComun::getObjetos() const
 {
-    return m_objetos;
+    return m_extras ? m_extras->objetos : nullptr;
 }
 
 bool ObjetoComun::getPuedeContener() const
@@ -190,7 +200,10 @@ void ObjetoComun::setPuedeContener(bool puedeContener)
     m_puedeContener = puedeContener;
     // A new empty collection every time, even when the object could already
     // contain: setting true a second time drops the children.
-    m_objetos = puedeContener ? std::make_shared<Objetos>() : nullptr;
+    if (puedeContener)
+        extras().objetos = std::make_shared<Objetos>();
+    else if (m_extras)
+        m_extras->objetos = nullptr;
 }
 
 bool ObjetoComun::getSeleccionado() const
@@ -215,23 +228,24 @@ void ObjetoComun::setActivo(bool activo)
 
 void ObjetoComun::setPadre(const QString &padre)
 {
-    m_padre = padre;
+    if (m_extras || !padre.isNull())
+        extras().padre = padre;
 }
 
 QString ObjetoComun::getPadre() const
 {
-    return m_padre;
+    return m_extras ? m_extras->padre : QString();
 }
 
 void ObjetoComun::setReferencias(std::shared_ptr<Referencias> referencias)
 {
-    if (guarda(ConReferencias))
-        m_referencias = std::move(referencias);
+    if (guarda(ConReferencias) && (m_extras || referencias))
+        extras().referencias = std::move(referencias);
 }
 
 std::shared_ptr<Referencias> ObjetoComun::getReferencias() const
 {
-    return m_referencias;
+    return m_extras ? m_extras->referencias : nullptr;
 }
 
 } // namespace tarvonix

@@ -91,28 +91,37 @@ protected:
     ObjetoComun &operator=(const ObjetoComun &) = delete;
 
 private:
-    bool guarda(Campo campo) const { return (m_perfil.guardados & campo) != 0; }
+    // The fields that most objects leave unset live apart, allocated on the
+    // first store of a value, so that a plain object stays small.
+    struct Extras
+    {
+        QString tip;
+        QString padre;
+        QVariant tag;
+        std::shared_ptr<Imagen> imagen;
+        std::shared_ptr<Referencias> referencias;
+        std::shared_ptr<Objetos> objetos;
+    };
 
-    Perfil m_perfil;
+    bool guarda(Campo campo) const { return (m_guardados & campo) != 0; }
+    Extras &extras();
+
     QString m_codigo;
     QString m_descripcion;
-    QString m_tipo;
+    QString m_tipo; // the fixed letter of a kind that has one
+    std::unique_ptr<Extras> m_extras;
+    qint32 m_color;
     qint16 m_empresa = 0;
     qint16 m_x = 0;
     qint16 m_y = 0;
     qint16 m_ancho = 0;
     qint16 m_alto = 0;
     qint16 m_forma = 0;
-    std::shared_ptr<Imagen> m_imagen;
-    QVariant m_tag;
-    qint32 m_color;
-    QString m_tip;
-    std::shared_ptr<Objetos> m_objetos;
-    bool m_puedeContener = false;
-    bool m_seleccionado = false;
-    bool m_activo = false;
-    QString m_padre;
-    std::shared_ptr<Referencias> m_referencias;
+    quint8 m_guardados;
+    bool m_tipoFijo : 1;
+    bool m_puedeContener : 1 = false;
+    bool m_seleccionado : 1 = false;
+    bool m_activo : 1 = false;
 };
 
 } // namespace tarvonix

@@ -31,9 +31,12 @@ void Objetos::remove(const ObjetoPtr &objeto)
 {
     if (!objeto)
         return;
-    const qsizetype position = m_objetos.positionOf(objeto->getCodigo());
-    if (position > 0)
-        m_objetos.removeAt(position);
+    m_objetos.take(objeto->getCodigo());
+}
+
+qint32 Objetos::removeIf(const std::function<bool(const ObjetoPtr &)> &predicate)
+{
+    return qint32(m_objetos.removeIf(predicate));
 }
 
 Objetos::Enumerator Objetos::NewEnum() const

@@ -4,6 +4,8 @@
 #include <tarvonix/core/keyedcollection.h>
 #include <tarvonix/model/iobjeto.h>
 
+#include <functional>
+
 namespace tarvonix {
 
 /*!
@@ -36,6 +38,14 @@ public:
 
     //! Removes the entry under the object's present code; does nothing if there is none.
     void remove(const ObjetoPtr &objeto);
+
+    /*!
+        Removes, in one pass, every object that \a predicate holds for and
+        answers how many went; the others keep their order. The predicate is
+        asked about every object, in order, before anything is removed.
+        Cheaper than one remove() per object when many go at once.
+    */
+    qint32 removeIf(const std::function<bool(const ObjetoPtr &)> &predicate);
 
     //! The objects in insertion order, as they are now; later changes do not reach it.
     Enumerator NewEnum() const;

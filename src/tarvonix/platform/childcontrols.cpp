@@ -12,11 +12,11 @@ ChildControls::ChildControls(QWidget *owner)
 QWidget *ChildControls::add(const QString &progId, const QString &name)
 {
     // A control deleted behind the collection's back frees its name.
-    const qsizetype stale = m_controls.positionOf(name);
-    if (stale > 0 && !m_controls.at(stale))
-        m_controls.removeAt(stale);
-    if (m_controls.contains(name))
-        throw Error(Error::DuplicateKey);
+    if (m_controls.contains(name)) {
+        if (m_controls.value(name))
+            throw Error(Error::DuplicateKey);
+        m_controls.remove(name);
+    }
     QWidget *control = ControlRegistry::instance().create(progId, m_owner);
     control->setObjectName(name);
     control->hide();
@@ -51,12 +51,10 @@ bool ChildControls::contains(const QString &name) const
 
 void ChildControls::remove(const QString &name)
 {
-    const qsizetype position = m_controls.positionOf(name);
-    if (position == 0)
+    const std::optional<QPointer<QWidget>> taken = m_controls.take(name);
+    if (!taken)
         throw Error(Error::ControlNotFound);
-    QPointer<QWidget> control = m_controls.at(position);
-    m_controls.removeAt(position);
-    if (control) {
+    if (QWidget *control = *taken) {
         control->hide();
         control->deleteLater();
     }
