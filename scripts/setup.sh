@@ -3,8 +3,8 @@
 set -euo pipefail
 
 # qt6-tools-dev: the Designer plugin and QUiLoader (whose CMake package also
-# needs libqt6opengl6-dev).
-packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-tools-dev libqt6opengl6-dev libgl-dev fonts-dejavu-core gcovr)
+# needs libqt6opengl6-dev); doxygen: the API reference.
+packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-tools-dev libqt6opengl6-dev libgl-dev fonts-dejavu-core gcovr doxygen)
 
 missing=()
 for package in "${packages[@]}"; do
