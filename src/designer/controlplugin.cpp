@@ -17,8 +17,7 @@ Q_LOGGING_CATEGORY(lcDesigner, "tarvonix.designer")
 ControlPlugin::ControlPlugin(const Description &description, QObject *parent)
     : QObject(parent)
     , m_description(description)
-{
-}
+{ }
 
 QString ControlPlugin::name() const
 {
@@ -106,7 +105,8 @@ bool ControlPlugin::eventFilter(QObject *watched, QEvent *event)
         // Qt keeps state of its own in properties named _q_..., and a removal is no news.
         if (!name.startsWith("_q_") && watched->property(name.constData()).isValid()) {
             qCWarning(lcDesigner, "%s \"%s\" has no property \"%s\"; the form's value is not used",
-                      watched->metaObject()->className(), qPrintable(watched->objectName()), name.constData());
+                      watched->metaObject()->className(), qPrintable(watched->objectName()),
+                      name.constData());
         }
     }
     return QObject::eventFilter(watched, event);

@@ -27,7 +27,8 @@ class ControlPlugin : public QObject, public QDesignerCustomWidgetInterface
     Q_INTERFACES(QDesignerCustomWidgetInterface)
 
 public:
-    struct Description {
+    struct Description
+    {
         QString className; //!< with its namespace, as uic declares it: "tarvonix::MapaX"
         QString header; //!< as a host includes it: "tarvonix/map/mapax.h"
         QString objectName; //!< the name Designer gives the first one on a form

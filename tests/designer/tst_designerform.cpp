@@ -28,18 +28,10 @@ private Q_SLOTS:
     void reportsInDesignerGoToTheLog();
 
 private:
-    std::unique_ptr<QWidget> load(QIODevice *ui);
-
     QUiLoader m_loader;
     QWidget m_compiled;
     std::unique_ptr<QWidget> m_loaded;
 };
-
-std::unique_ptr<QWidget> tst_DesignerForm::load(QIODevice *ui)
-{
-    ui->open(QIODevice::ReadOnly);
-    return std::unique_ptr<QWidget>(m_loader.load(ui));
-}
 
 void tst_DesignerForm::initTestCase()
 {
@@ -47,7 +39,8 @@ void tst_DesignerForm::initTestCase()
     m_loader.addPluginPath(QFileInfo(QStringLiteral(TARVONIX_DESIGNER_PLUGIN)).absolutePath());
     Ui::Form().setupUi(&m_compiled);
     QFile form(QStringLiteral(TARVONIX_FORM));
-    m_loaded = load(&form);
+    QVERIFY(form.open(QIODevice::ReadOnly));
+    m_loaded.reset(m_loader.load(&form));
     QVERIFY2(m_loaded, qPrintable(m_loader.errorString()));
 }
 
@@ -57,6 +50,8 @@ void tst_DesignerForm::properties_data()
     QTest::addColumn<QString>("control");
     QTest::addColumn<QByteArray>("property");
     QTest::addColumn<QVariant>("value");
+    // Two rows to a line, as the form lists them.
+    // clang-format off
     const struct {
         const char *control;
         const char *property;
@@ -75,7 +70,8 @@ void tst_DesignerForm::properties_data()
         {"referencia", "BackColor", 0xF0F0F0}, {"referencia", "ForeColor", 0x008000},
         {"dummy", "BackStyle", 1}, {"dummy", "BackColor", 0x0000FF}, {"dummy", "BorderStyle", 0},
     };
-    for (const bool loaded : {false, true}) {
+    // clang-format on
+    for (const bool loaded : { false, true }) {
         for (const auto &row : rows) {
             QTest::addRow("%s %s.%s", loaded ? "QUiLoader" : "uic", row.control, row.property)
                 << loaded << QString::fromLatin1(row.control) << QByteArray(row.property) << row.value;
@@ -97,7 +93,8 @@ void tst_DesignerForm::properties()
     // The property editor shows the types it edits, and Designer saves only what it shows.
     QCOMPARE(read.metaType(), value.metaType());
     // A value the control starts with would prove nothing.
-    const std::unique_ptr<QWidget> fresh(m_loader.createWidget(QLatin1String(widget->metaObject()->className())));
+    const std::unique_ptr<QWidget> fresh(
+        m_loader.createWidget(QLatin1String(widget->metaObject()->className())));
     QVERIFY(fresh);
     QVERIFY(fresh->property(property.constData()) != value);
 }
@@ -112,9 +109,12 @@ void tst_DesignerForm::badPropertiesKeepTheDefaults()
          <property name="Sentidos"><number>1</number></property>
          <property name="Primero"><number>5</number></property>
         </widget></widget></ui>)";
-    QTest::ignoreMessage(QtWarningMsg, R"(tarvonix::etiquetas "etiquetas" has no property "Sentidos"; the form's value is not used)");
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        R"(tarvonix::etiquetas "etiquetas" has no property "Sentidos"; the form's value is not used)");
     QBuffer buffer(&ui);
-    const std::unique_ptr<QWidget> form = load(&buffer);
+    buffer.open(QIODevice::ReadOnly);
+    const std::unique_ptr<QWidget> form(m_loader.load(&buffer));
     QVERIFY(form);
     const QWidget *strip = form->findChild<QWidget *>(QStringLiteral("etiquetas"));
     QVERIFY(strip);
