@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
 # Keeps the library's layers apart: a folder under src/tarvonix/ includes only
 # from itself and the folders below it, and the model library (core/, model/)
-# includes nothing of Qt Widgets. With a built model library as argument, also
+# includes nothing of Qt Widgets. The Designer plugin (src/designer/) sits above
+# the whole library, which includes nothing of it nor of Qt's Designer modules. With a built model library as argument, also
 # checks that it links no Qt library but Core and Gui.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# The folders from the bottom up; the files at src/tarvonix/ itself sit above all.
-order=(core model platform widgets views containers leg legend map)
+# The folders from the bottom up; the files at src/tarvonix/ itself sit above
+# them, and the Designer plugin above those.
+order=(core model platform widgets views containers leg legend map "(top)" designer)
 model_folders=(core model)
 
 rank() {
@@ -30,9 +32,13 @@ fail() {
 }
 
 while IFS= read -r file; do
-    relative=${file#src/tarvonix/}
-    folder=${relative%%/*}
-    [ "$folder" = "$relative" ] && folder="(top)"
+    if [[ $file == src/designer/* ]]; then
+        folder=designer
+    else
+        relative=${file#src/tarvonix/}
+        folder=${relative%%/*}
+        [ "$folder" = "$relative" ] && folder="(top)"
+    fi
     own=$(rank "$folder")
     is_model=0
     for m in "${model_folders[@]}"; do [ "$folder" = "$m" ] && is_model=1; done
@@ -45,6 +51,9 @@ while IFS= read -r file; do
             if [ "$(rank "$other")" -gt "$own" ]; then
                 fail "$file:$line: $folder includes <$target>, which is above it"
             fi
+            ;;
+        designer/* | QtUiPlugin/* | QtDesigner/* | QtUiTools/* | QDesigner* | QUiLoader)
+            [ "$folder" = designer ] || fail "$file:$line: the library includes <$target>, of the Designer plugin"
             ;;
         tarvonix/tarvonix_export.h)
             [ $is_model -eq 1 ] && fail "$file:$line: the model library includes the controls' export header"
@@ -63,7 +72,7 @@ while IFS= read -r file; do
         esac
     done < <(grep -n -E '^[[:space:]]*#[[:space:]]*include[[:space:]]*<' "$file" \
         | sed -E 's/^([0-9]+):[[:space:]]*#[[:space:]]*include[[:space:]]*<([^>]+)>.*/\1:\2/')
-done < <(find src/tarvonix -name '*.h' -o -name '*.cpp' | sort)
+done < <(find src/tarvonix src/designer -name '*.h' -o -name '*.cpp' | sort)
 
 if [ $# -gt 0 ]; then
     linked=$(readelf -d "$1" | sed -n -E 's/.*NEEDED.*\[(libQt6[A-Za-z]+)\..*/\1/p')

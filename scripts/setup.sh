@@ -2,7 +2,9 @@
 # Installs what building and testing Tarvonix needs on Debian 12, when it is missing.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl-dev fonts-dejavu-core gcovr)
+# qt6-tools-dev: the Designer plugin and QUiLoader (whose CMake package also
+# needs libqt6opengl6-dev); doxygen: the API reference.
+packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-tools-dev libqt6opengl6-dev libgl-dev fonts-dejavu-core gcovr doxygen)
 
 missing=()
 for package in "${packages[@]}"; do

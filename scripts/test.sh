@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Builds the library and runs every test: first a plain debug build, then a
-# build with AddressSanitizer and UndefinedBehaviorSanitizer, then a build with
-# coverage instrumentation that prints the coverage of src/.
+# build with AddressSanitizer and UndefinedBehaviorSanitizer; checks the
+# installed and packaged library with a host program and builds the API
+# reference from the default build; then a build with coverage
+# instrumentation that prints the coverage of src/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -20,6 +22,12 @@ for preset in default asan; do
     echo "== $preset tests"
     ctest --preset "$preset" -j "$jobs"
 done
+
+# The library as a host gets it, from the default build: nothing is built again.
+echo "== package"
+scripts/check-package.sh
+echo "== API reference"
+cmake --build --preset default --target docs
 
 # Line and branch coverage of src/, printed for the record (not a gate).
 echo "== coverage"

@@ -42,7 +42,7 @@ class TARVONIX_EXPORT ContenedorX : public VistaX
 {
     Q_OBJECT
     //! BorderNone (0) or BorderSingle (1), a single line around the control.
-    Q_PROPERTY(qint16 BorderStyle READ BorderStyle WRITE setBorderStyle)
+    Q_PROPERTY(int BorderStyle READ BorderStyle WRITE setBorderStyle)
 
 public:
     explicit ContenedorX(QWidget *parent = nullptr);

@@ -43,7 +43,7 @@ class TARVONIX_EXPORT PiernaX : public VistaX
     //! The family of the drawing font.
     Q_PROPERTY(QString FontName READ FontName WRITE setFontName)
     //! The size of the drawing font in points, rounded when read.
-    Q_PROPERTY(qint16 FontSize READ FontSize WRITE setFontSize)
+    Q_PROPERTY(int FontSize READ FontSize WRITE setFontSize)
 
 public:
     explicit PiernaX(QWidget *parent = nullptr);

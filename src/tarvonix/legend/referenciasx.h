@@ -40,12 +40,12 @@ class TARVONIX_EXPORT ReferenciasX : public QWidget
     //! Background colour, 0x00BBGGRR or a system colour; white by default.
     Q_PROPERTY(qint32 BackColor READ BackColor WRITE setBackColor)
     //! 0 no border, 1 single line.
-    Q_PROPERTY(qint16 BorderStyle READ BorderStyle WRITE setBorderStyle)
+    Q_PROPERTY(int BorderStyle READ BorderStyle WRITE setBorderStyle)
     //! The font's family; an empty name leaves the family as it is.
     Q_PROPERTY(QString FontName READ FontName WRITE setFontName)
     Q_PROPERTY(bool FontBold READ FontBold WRITE setFontBold)
     //! The font's size in points; a size of 0 or less leaves the size as it is.
-    Q_PROPERTY(float FontSize READ FontSize WRITE setFontSize)
+    Q_PROPERTY(double FontSize READ FontSize WRITE setFontSize)
     //! Fore colour; the system's button text (0x80000012) by default.
     Q_PROPERTY(qint32 ForeColor READ ForeColor WRITE setForeColor)
 

@@ -35,9 +35,9 @@ class TARVONIX_EXPORT MapaX : public QWidget
 {
     Q_OBJECT
     //! Reading always answers false; writing discards the value and redraws the map.
-    Q_PROPERTY(bool selected READ selected WRITE setSelected)
+    Q_PROPERTY(bool selected READ selected WRITE setSelected DESIGNABLE false STORED false)
     Q_PROPERTY(QString FontName READ FontName WRITE setFontName)
-    Q_PROPERTY(qint16 FontSize READ FontSize WRITE setFontSize)
+    Q_PROPERTY(int FontSize READ FontSize WRITE setFontSize)
     //! The map's background colour, 0x00BBGGRR.
     Q_PROPERTY(qint32 BackColor READ BackColor WRITE setBackColor)
 

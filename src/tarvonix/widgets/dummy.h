@@ -27,11 +27,11 @@ class TARVONIX_EXPORT Dummy : public QWidget
 {
     Q_OBJECT
     //! BackTransparent (0) or BackOpaque (1).
-    Q_PROPERTY(qint16 BackStyle READ BackStyle WRITE setBackStyle)
+    Q_PROPERTY(int BackStyle READ BackStyle WRITE setBackStyle)
     //! The fill colour, 0x00BBGGRR; it shows only when BackStyle is 1.
     Q_PROPERTY(qint32 BackColor READ BackColor WRITE setBackColor)
     //! BorderNone (0) or BorderSingle (1).
-    Q_PROPERTY(qint16 BorderStyle READ BorderStyle WRITE setBorderStyle)
+    Q_PROPERTY(int BorderStyle READ BorderStyle WRITE setBorderStyle)
 
 public:
     explicit Dummy(QWidget *parent = nullptr);

@@ -44,15 +44,15 @@ class TARVONIX_EXPORT etiquetas : public QWidget
 {
     Q_OBJECT
     //! 0: slots run across, left to right; any other value: down, top to bottom.
-    Q_PROPERTY(qint16 Sentido READ Sentido WRITE setSentido)
+    Q_PROPERTY(int Sentido READ Sentido WRITE setSentido)
     //! The inside of a slot along the strip; slots repeat every Separacion + 1 pixels.
-    Q_PROPERTY(float Separacion READ Separacion WRITE setSeparacion)
+    Q_PROPERTY(double Separacion READ Separacion WRITE setSeparacion)
     //! True: each slot shows its number; false: each slot shows texto.
     Q_PROPERTY(bool Numerar READ Numerar WRITE setNumerar)
     //! The step between the numbers of neighbouring slots; may be negative.
-    Q_PROPERTY(qint16 Paso READ Paso WRITE setPaso)
+    Q_PROPERTY(int Paso READ Paso WRITE setPaso)
     //! The number of the first slot.
-    Q_PROPERTY(qint16 Primero READ Primero WRITE setPrimero)
+    Q_PROPERTY(int Primero READ Primero WRITE setPrimero)
     //! The background, 0x00BBGGRR; the separators are drawn in a shade of it.
     Q_PROPERTY(qint32 BackColor READ BackColor WRITE setBackColor)
     //! The colour of the labels, 0x00BBGGRR.
@@ -62,7 +62,7 @@ class TARVONIX_EXPORT etiquetas : public QWidget
     //! When true, a slot is drawn sunken while a button is held down on it.
     Q_PROPERTY(bool Efecto READ Efecto WRITE setEfecto)
     //! 0: drops are refused; any other value: drops are accepted and reported with OLEDragDrop.
-    Q_PROPERTY(qint16 OLEDropMode READ OLEDropMode WRITE setOLEDropMode)
+    Q_PROPERTY(int OLEDropMode READ OLEDropMode WRITE setOLEDropMode)
 
 public:
     //! Values of Sentido: across names the one direction; any value but 0 runs down.
