@@ -21,6 +21,7 @@
 #include <QGraphicsView>
 #include <QImage>
 #include <QMouseEvent>
+#include <QPainterPath>
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QWindow>
@@ -402,13 +403,13 @@ double bandaTarvonix(int n, bool ctrl)
 double bandaGV(int n, bool ctrl)
 {
     EscenaGV e(rejillaBanda(n));
-    e.vista.setSceneRect(QRectF(0, 0, 3010, (n / 500 + 2) * 6 + 20));
-    e.vista.resize(e.vista.sceneRect().size().toSize());
-    e.vista.setDragMode(QGraphicsView::RubberBandDrag);
     if (!ctrl) {
+        // What the view's rubber band does once the pointer stops: select what the band touches.
         Reloj reloj;
         reloj.start();
-        banda(e.vista.viewport(), esquinaBanda, finBanda(n), Qt::NoModifier);
+        QPainterPath zona;
+        zona.addRect(QRectF(esquinaBanda, finBanda(n)));
+        e.escena.setSelectionArea(zona, Qt::ReplaceSelection, Qt::ContainsItemBoundingRect);
         const double t = reloj.ms();
         if (e.escena.selectedItems().size() != n / 2)
             std::fprintf(stderr, "Graphics View band selected %d, not %d\n", int(e.escena.selectedItems().size()),
