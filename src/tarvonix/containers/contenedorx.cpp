@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -115,28 +114,50 @@ enum class Eje { Horizontal, Vertical };
     What the size fits of one layout operation remember between objects.
 
     An alignment or a distribution fits the control after every object it
-    changes. Only that object differs from the previous fit, and growing a
-    child container depends on its own children alone, so the fit keeps the
-    right and bottom edge of every child in ordered sets and updates the
-    changed object's entry instead of walking every child again.
+    changes, by the rule of ajustarTamano(): grow at once, shrink only past
+    the slack. Only that object differs from the previous fit, and growing a
+    child container depends on its own children alone, so the right and
+    bottom edges of all children sit in a max tree that one change updates in
+    O(log N). The fits run on the size kept here; the control takes the last
+    one once the operation ends.
 */
 struct Ajuste
 {
     bool valido = false;
-    std::unordered_map<const IObjeto *, std::pair<int, int>> extremos;
-    std::multiset<int> derechas;
-    std::multiset<int> fondos;
+    int ancho = 0;
+    int alto = 0;
+    std::unordered_map<const IObjeto *, size_t> hojas; // each child's leaf
+    size_t primeraHoja = 1;
+    std::vector<int> derechas; // max trees: node i over nodes 2i and 2i + 1, leaves from primeraHoja
+    std::vector<int> fondos;
 
-    void anotar(const IObjeto *objeto, int derecha, int fondo)
+    void llenar(const std::vector<std::pair<const IObjeto *, std::pair<int, int>>> &extremos)
     {
-        const auto [it, nuevo] = extremos.try_emplace(objeto, derecha, fondo);
-        if (!nuevo) {
-            derechas.erase(derechas.find(it->second.first));
-            fondos.erase(fondos.find(it->second.second));
-            it->second = { derecha, fondo };
+        hojas.clear();
+        primeraHoja = 1;
+        while (primeraHoja < extremos.size())
+            primeraHoja *= 2;
+        derechas.assign(2 * primeraHoja, std::numeric_limits<int>::min());
+        fondos.assign(2 * primeraHoja, std::numeric_limits<int>::min());
+        for (size_t i = 0; i < extremos.size(); ++i) {
+            hojas.emplace(extremos[i].first, primeraHoja + i);
+            derechas[primeraHoja + i] = extremos[i].second.first;
+            fondos[primeraHoja + i] = extremos[i].second.second;
         }
-        derechas.insert(derecha);
-        fondos.insert(fondo);
+        for (size_t i = primeraHoja - 1; i >= 1; --i) {
+            derechas[i] = std::max(derechas[2 * i], derechas[2 * i + 1]);
+            fondos[i] = std::max(fondos[2 * i], fondos[2 * i + 1]);
+        }
+    }
+
+    void anotar(size_t hoja, int derecha, int fondo)
+    {
+        derechas[hoja] = derecha;
+        fondos[hoja] = fondo;
+        for (size_t i = hoja / 2; i >= 1; i /= 2) {
+            derechas[i] = std::max(derechas[2 * i], derechas[2 * i + 1]);
+            fondos[i] = std::max(fondos[2 * i], fondos[2 * i + 1]);
+        }
     }
 };
 
@@ -162,8 +183,25 @@ struct ContenedorX::Private
     void validar(const ObjetoPtr &o);
     void validarControl(const ObjetoPtr &cambiado = nullptr);
     void ajustarTamano(int right, int bottom);
+    //! A layout operation starts: the fits after each object run on a kept size.
+    void empezarAjuste();
+    //! ... and ends: the control takes the size of the last fit.
+    void terminarAjuste() noexcept;
 
     bool esLigado(const ObjetoPtr &o);
+
+    // The spatial index of the children, in the view base.
+    //! The box a child is indexed under: every pixel drawing it may touch.
+    QRectF cajaIndice(const IObjeto &hijo) const;
+    void indexar(const Objetos &hijos);
+    /*!
+        Whether the index can answer for the children: it is rebuilt when the
+        collection or the scale changed since it was filled. A scale that is
+        not a positive number leaves the children to a plain walk.
+    */
+    bool indiceAlDia();
+    //! The child under the press when \a punto is where it happened and nothing moved since.
+    bool golpeVigente(QPointF punto);
 
     // Moving the selection with outline boxes.
     void startDrag(int shift, QPointF punto);
@@ -198,6 +236,20 @@ struct ContenedorX::Private
     qint16 borderStyle = BorderNone;
     int invalidaciones = 0;
     std::unique_ptr<Ajuste> ajuste;
+
+    // What the index was filled from: the collection's size, ends and the scale.
+    qint32 indexados = -1;
+    const IObjeto *primeroIndexado = nullptr;
+    const IObjeto *ultimoIndexado = nullptr;
+    float escalaIndexada = 0;
+    // The child found under the last press, so that its release does not look again.
+    struct Golpe
+    {
+        bool valido = false;
+        QPointF punto;
+        quint64 generacion = 0;
+        ObjetoPtr objeto;
+    } golpe;
 };
 
 ContenedorX::ContenedorX(QWidget *parent)
@@ -289,7 +341,7 @@ void ContenedorX::Private::pintarHijos(const QRect &expuesto)
         return a >= desde && a <= hasta;
     };
     const QRectF exposedArea(expuesto);
-    for (const ObjetoPtr &k : hijosDe(*objeto)->NewEnum()) {
+    const auto pintarSiSeVe = [&](const ObjetoPtr &k) {
         const float x = k->getX() * escala + margen;
         const float y = k->getY() * escala + margen;
         const float w = k->getAncho() * escala;
@@ -300,6 +352,13 @@ void ContenedorX::Private::pintarHijos(const QRect &expuesto)
             || dentro(y + h, vista->viewTop, vista->viewBottom);
         if (horizontal && vertical && areaDibujo(x, y, w, h).intersects(exposedArea))
             dibujarObjeto(x, y, w, h, k);
+    };
+    if (indiceAlDia()) {
+        for (const ObjetoPtr &k : vista->indice.en(exposedArea))
+            pintarSiSeVe(k);
+    } else {
+        for (const ObjetoPtr &k : hijosDe(*objeto)->NewEnum())
+            pintarSiSeVe(k);
     }
 }
 
@@ -451,12 +510,16 @@ void ContenedorX::Private::redibujarHijo(const QString &etiqueta, const ObjetoPt
     // collection order; what each keeps is the check that the child is ours.
     trap(etiqueta, [&] {
         const IObjeto &hijo = requerido(o);
+        // Whatever moved or resized the child, its box in the index follows; a layout
+        // operation fills the index again once it is done.
+        const QRectF area = cajaIndice(hijo);
+        if (!ajuste)
+            vista->indice.mover(&hijo, area);
         if (hijo.getPadre() != requerido(objeto).getCodigo()) {
             reportError(etiqueta + QStringLiteral("No se encontró padre del objeto en primer nivel"));
             return;
         }
-        invalidar(areaDibujo(hijo.getX() * escala + margen, hijo.getY() * escala + margen,
-                             hijo.getAncho() * escala, hijo.getAlto() * escala));
+        invalidar(area);
     });
 }
 
@@ -493,30 +556,37 @@ void ContenedorX::Private::validarControl(const ObjetoPtr &cambiado)
         if (ajuste && ajuste->valido && cambiado) {
             // Within one layout operation: only the changed object moved since the last fit.
             ajuste->valido = false;
-            if (ajuste->extremos.count(cambiado.get())) {
+            const auto hoja = ajuste->hojas.find(cambiado.get());
+            if (hoja != ajuste->hojas.end()) {
                 validar(cambiado);
-                ajuste->anotar(cambiado.get(), cambiado->getX() + cambiado->getAncho(),
+                ajuste->anotar(hoja->second, cambiado->getX() + cambiado->getAncho(),
                                cambiado->getY() + cambiado->getAlto());
             }
             ajuste->valido = true;
-            if (!ajuste->derechas.empty()) {
-                right = std::max(right, *ajuste->derechas.rbegin());
-                bottom = std::max(bottom, *ajuste->fondos.rbegin());
-            }
+            right = std::max(right, ajuste->derechas[1]);
+            bottom = std::max(bottom, ajuste->fondos[1]);
         } else if (ligado.getPuedeContener()) {
+            std::vector<std::pair<const IObjeto *, std::pair<int, int>>> extremos;
             if (ajuste)
-                *ajuste = Ajuste();
-            for (const ObjetoPtr &k : hijosDe(ligado)->NewEnum()) {
+                ajuste->valido = false;
+            const std::shared_ptr<Objetos> hijos = hijosDe(ligado);
+            for (const ObjetoPtr &k : hijos->NewEnum()) {
                 validar(k);
                 const int derecha = k->getX() + k->getAncho();
                 const int fondo = k->getY() + k->getAlto();
                 right = std::max(right, derecha);
                 bottom = std::max(bottom, fondo);
                 if (ajuste)
-                    ajuste->anotar(k.get(), derecha, fondo);
+                    extremos.push_back({ k.get(), { derecha, fondo } });
             }
-            if (ajuste)
+            if (ajuste) {
+                ajuste->llenar(extremos);
                 ajuste->valido = true;
+                // The operation moves many children: the index is filled again once, when next asked.
+                indexados = -1;
+            } else {
+                indexar(*hijos);
+            }
         }
         ajustarTamano(right, bottom);
     });
@@ -527,12 +597,18 @@ void ContenedorX::Private::ajustarTamano(int right, int bottom)
     const float necesarioW = right * escala + 4;
     const float necesarioH = bottom * escala + 4;
     // Grow at once, shrink only past the slack.
-    int ancho = q->width();
-    int alto = q->height();
+    int ancho = ajuste ? ajuste->ancho : q->width();
+    int alto = ajuste ? ajuste->alto : q->height();
     if (necesarioW > ancho || necesarioW < ancho - holgura)
         ancho = std::max(0, enPixeles(necesarioW));
     if (necesarioH > alto || necesarioH < alto - holgura)
         alto = std::max(0, enPixeles(necesarioH));
+    // Within a layout operation the control takes its size once, at the end.
+    if (ajuste) {
+        ajuste->ancho = ancho;
+        ajuste->alto = alto;
+        return;
+    }
     // The frame fits itself to the new size.
     if (ancho != q->width() || alto != q->height()) {
         q->resize(ancho, alto);
@@ -540,7 +616,70 @@ void ContenedorX::Private::ajustarTamano(int right, int bottom)
     }
 }
 
+void ContenedorX::Private::empezarAjuste()
+{
+    ajuste = std::make_unique<Ajuste>();
+    ajuste->ancho = q->width();
+    ajuste->alto = q->height();
+}
+
+void ContenedorX::Private::terminarAjuste() noexcept
+{
+    if (!ajuste)
+        return;
+    const QSize tamano(ajuste->ancho, ajuste->alto);
+    ajuste.reset();
+    indexados = -1;
+    trap(QStringLiteral("ContenedorX.validarControl->"), [&] {
+        if (tamano != q->size()) {
+            q->resize(tamano);
+            vista->frameResize();
+        }
+    });
+}
+
 // --- Hit-testing and selection ---------------------------------------------
+
+QRectF ContenedorX::Private::cajaIndice(const IObjeto &hijo) const
+{
+    return areaDibujo(hijo.getX() * escala + margen, hijo.getY() * escala + margen, hijo.getAncho() * escala,
+                      hijo.getAlto() * escala);
+}
+
+void ContenedorX::Private::indexar(const Objetos &hijos)
+{
+    const Objetos::Enumerator todos = hijos.NewEnum();
+    // Cells about twice the size of a child keep a few children per cell, however dense the map.
+    double suma = 0;
+    for (const ObjetoPtr &k : todos)
+        suma += std::max(std::abs(double(k->getAncho())), std::abs(double(k->getAlto())));
+    const double medio = hijos.count() > 0 ? suma / hijos.count() * escala : 0;
+    vista->indice.clear(std::clamp(2 * medio + 4, 16.0, 1024.0));
+    for (const ObjetoPtr &k : todos)
+        vista->indice.agregar(k, cajaIndice(*k));
+    indexados = hijos.count();
+    primeroIndexado = indexados > 0 ? hijos.Item(1).get() : nullptr;
+    ultimoIndexado = indexados > 0 ? hijos.Item(indexados).get() : nullptr;
+    escalaIndexada = escala;
+}
+
+bool ContenedorX::Private::indiceAlDia()
+{
+    if (!objeto || !objeto->getPuedeContener() || !(escala > 0) || !std::isfinite(escala))
+        return false;
+    const std::shared_ptr<Objetos> hijos = hijosDe(*objeto);
+    const qint32 n = hijos->count();
+    // A host adds and removes children in the collection itself: its size and ends tell.
+    if (n != indexados || escala != escalaIndexada
+        || (n > 0 && (hijos->Item(1).get() != primeroIndexado || hijos->Item(n).get() != ultimoIndexado)))
+        indexar(*hijos);
+    return true;
+}
+
+bool ContenedorX::Private::golpeVigente(QPointF punto)
+{
+    return golpe.valido && golpe.punto == punto && indiceAlDia() && golpe.generacion == vista->indice.generacion();
+}
 
 bool ContenedorX::Private::esLigado(const ObjetoPtr &o)
 {
@@ -553,14 +692,26 @@ ObjetoPtr ContenedorX::sobreQuien(float x, float y)
     trap(QStringLiteral("ContenedorX.sobreQuien->"), [&] {
         const float px = (x - margen) / d->escala;
         const float py = (y - margen) / d->escala;
+        const auto debajo = [&](const ObjetoPtr &k) {
+            const float kx = k->getX();
+            const float ky = k->getY();
+            return kx <= px && px <= kx + k->getAncho() && ky <= py && py <= ky + k->getAlto();
+        };
         // The earliest child wins, edges included.
         if (requerido(d->objeto).getPuedeContener()) {
-            for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
-                const float kx = k->getX();
-                const float ky = k->getY();
-                if (kx <= px && px <= kx + k->getAncho() && ky <= py && py <= ky + k->getAlto()) {
-                    encontrado = k;
-                    return;
+            if (d->indiceAlDia()) {
+                for (const ObjetoPtr &k : d->vista->indice.en(QPointF(x, y))) {
+                    if (debajo(k)) {
+                        encontrado = k;
+                        return;
+                    }
+                }
+            } else {
+                for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
+                    if (debajo(k)) {
+                        encontrado = k;
+                        return;
+                    }
                 }
             }
         }
@@ -571,7 +722,10 @@ ObjetoPtr ContenedorX::sobreQuien(float x, float y)
 
 void ContenedorX::MouseDown(int, int shift, QPointF punto)
 {
+    d->golpe.valido = false;
     d->actual = sobreQuien(float(punto.x()), float(punto.y()));
+    if (d->indiceAlDia())
+        d->golpe = { true, punto, d->vista->indice.generacion(), d->actual };
     // A press on a selected child keeps the group, so that it can be dragged.
     if (shift != ShiftMask && shift != CtrlMask) {
         if (d->esLigado(d->actual)) {
@@ -602,17 +756,26 @@ void ContenedorX::soltarBanda(const QRect &rect)
     const float y2 = (rect.y() + rect.height() - margen) / d->escala;
     if (!requerido(d->objeto).getPuedeContener())
         return;
-    for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum()) {
+    const auto alternarSiDentro = [&](const ObjetoPtr &k) {
         const float kx = k->getX();
         const float ky = k->getY();
         if (x1 <= kx && y1 <= ky && kx + k->getAncho() <= x2 && ky + k->getAlto() <= y2)
             d->vista->alternar(k);
+    };
+    if (d->indiceAlDia()) {
+        // A child wholly inside the band has its box meet the band: the index answers a superset.
+        for (const ObjetoPtr &k : d->vista->indice.en(QRectF(rect).adjusted(-1, -1, 1, 1)))
+            alternarSiDentro(k);
+    } else {
+        for (const ObjetoPtr &k : hijosDe(*d->objeto)->NewEnum())
+            alternarSiDentro(k);
     }
 }
 
 void ContenedorX::soltarClick(int button, int shift, QPointF punto)
 {
-    d->actual = sobreQuien(float(punto.x()), float(punto.y()));
+    d->actual = d->golpeVigente(punto) ? d->golpe.objeto : sobreQuien(float(punto.x()), float(punto.y()));
+    d->golpe.valido = false;
     const bool modificada = shift == ShiftMask || shift == CtrlMask;
     const std::shared_ptr<Objetos> seleccion = getSeleccionados();
     if (modificada && button != RightButton && !d->esLigado(d->actual)) {
@@ -880,8 +1043,8 @@ void ContenedorX::Private::alinear(const QString &label, const ObjetoPtr &refere
         const qint16 ancho = modelo.getAncho();
         const qint16 alto = modelo.getAlto();
         IMapaX &raiz = vista->raiz();
-        ajuste = std::make_unique<Ajuste>();
-        const auto fin = qScopeGuard([this] { ajuste.reset(); });
+        empezarAjuste();
+        const auto fin = qScopeGuard([this] { terminarAjuste(); });
         for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum()) {
             limpiar(o);
             if (que == Arriba) {
@@ -923,8 +1086,8 @@ void ContenedorX::Private::distribuir(const QString &label, Eje eje)
         if (q->getSeleccionados()->count() <= 2)
             return;
         IMapaX &raiz = vista->raiz();
-        ajuste = std::make_unique<Ajuste>();
-        const auto fin = qScopeGuard([this] { ajuste.reset(); });
+        empezarAjuste();
+        const auto fin = qScopeGuard([this] { terminarAjuste(); });
 
         // Extent and total length of the selection, and the selection ordered by position.
         struct Elemento

@@ -22,6 +22,7 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 
@@ -88,6 +89,8 @@ struct PiernaX::Private
     void dibujarUbicaciones();
     void dibujarTodo(double margen, const QRect &expuesto);
     void dibujarCelda(const ObjetoPtr &objeto);
+    //! The cell that holds \a objeto, found through its position's code; false when that cell does not hold it.
+    bool celdaDe(const Pierna &leg, const ObjetoPtr &objeto, qint16 &t, qint16 &p) const;
     void dibujarObjeto(double x, double y, double ancho, double alto, const ObjetoPtr &objeto);
     void dibujarVacia(double x, double y, double lado);
 
@@ -373,12 +376,33 @@ void PiernaX::Private::dibujarTodo(double margen, const QRect &expuesto)
     const bool recortar = lado > 0 && std::isfinite(lado);
     const QRectF zona = QRectF(expuesto).adjusted(-2, -2, 2, 2);
 
+    // With cells that advance, only the tiers and positions that can reach into the zone are looked at;
+    // each is still tested, so what is drawn does not depend on the rounding here.
+    const bool saltar = recortar && g.pasoFila() > 0 && g.pasoColumna() > 0;
+    const auto entero = [](double valor) {
+        return qint64(std::clamp(valor, -1.0e6, 1.0e6));
+    };
+    const qint64 alto = q->height();
+    int filaDesde = 1;
+    int filaHasta = filas;
+    if (saltar) {
+        filaDesde = int(std::max<qint64>(1, entero(std::floor((alto - 21 - lado - zona.bottom()) / g.pasoFila()))));
+        filaHasta = int(std::min<qint64>(filas, entero(std::ceil((alto - 21 - zona.top()) / g.pasoFila())) + 2));
+    }
+
     // Tier by tier from the bottom, position by position from the left.
-    for (int t = 1; t <= filas; ++t) {
+    for (int t = filaDesde; t <= filaHasta; ++t) {
         const double y = g.y(t);
         const qint16 largo = leg->getLargo(qint16(t));
         if (!recortar || (y < zona.bottom() && y + lado > zona.top())) {
-            for (int p = 1; p <= largo; ++p) {
+            int columnaDesde = 1;
+            int columnaHasta = largo;
+            if (saltar) {
+                const double x1 = g.x(t, 1);
+                columnaDesde = int(std::max<qint64>(1, entero(std::floor((zona.left() - lado - x1) / g.pasoColumna()))));
+                columnaHasta = int(std::min<qint64>(largo, entero(std::ceil((zona.right() - x1) / g.pasoColumna())) + 2));
+            }
+            for (int p = columnaDesde; p <= columnaHasta; ++p) {
                 const double x = g.x(t, p);
                 if (recortar && !(x < zona.right() && x + lado > zona.left()))
                     continue;
@@ -389,9 +413,9 @@ void PiernaX::Private::dibujarTodo(double margen, const QRect &expuesto)
                     dibujarObjeto(x, y, lado, lado, objeto);
             }
         }
-        if (largo > maxLargo)
-            maxLargo = largo;
     }
+    for (int t = 1; t <= filas; ++t)
+        maxLargo = std::max(maxLargo, leg->getLargo(qint16(t)));
 
     // A line in front of every group of linea positions, in the plain arrangement only.
     if (!clasica && linea > 0) {
@@ -409,20 +433,48 @@ void PiernaX::Private::dibujarCelda(const ObjetoPtr &objeto)
     trap(QStringLiteral("PiernaX.dibujarTodo->"), [&] {
         if (!objeto)
             throw Error(Error::ObjectNotSet);
-        // The position codes of a leg end in one tier digit and three position digits.
         qint16 filaPadre = 0;
         qint16 columnaPadre = 0;
-        const auto leg = piernaLigada();
-        if (celdaDelCodigo(objeto->getPadre(), filaPadre, columnaPadre)
-            && leg->getObjeto(filaPadre, columnaPadre) == objeto) {
+        if (celdaDe(*piernaLigada(), objeto, filaPadre, columnaPadre)) {
             const QRectF celda = geometria().celda(filaPadre, columnaPadre).normalized();
             q->update(celda.toAlignedRect().adjusted(-1, -1, 1, 1));
             return;
         }
-        // Codes of tiers past 9 (and wrapped ones) or a parent code that is not the
-        // object's position do not lead to its cell: repaint the grid instead.
+        // A parent code that is not the object's position does not lead to its cell: repaint the grid.
         q->update();
     });
+}
+
+bool PiernaX::Private::celdaDe(const Pierna &leg, const ObjetoPtr &objeto, qint16 &t, qint16 &p) const
+{
+    // A position's code is the leg's first six characters and tier * 1000 + position, wrapped to 16
+    // bits: every value the number may stand for, and every split of it into a tier and a position
+    // of at most 32767, is tried against what the leg holds there.
+    const QString padre = objeto->getPadre();
+    const QString prefijo = leg.getCodigo().left(6);
+    if (!padre.startsWith(prefijo))
+        return false;
+    bool esNumero = false;
+    const int numero = QStringView(padre).mid(prefijo.size()).toInt(&esNumero);
+    if (!esNumero || numero < -32768 || numero > 32767)
+        return false;
+    const qint64 filas = leg.getFilas();
+    const qint64 maximo = filas * 1000 + 32767;
+    for (qint64 valor = quint16(qint16(numero)); valor <= maximo; valor += 65536) {
+        const qint64 desde = std::max<qint64>(1, (valor - 32767 + 999) / 1000);
+        for (qint64 tier = std::min(filas, valor / 1000); tier >= desde; --tier) {
+            const qint64 lugar = valor - tier * 1000;
+            const std::shared_ptr<Escala> nivel = leg.getEscala(qint16(tier));
+            if (!nivel || lugar < 1 || lugar > nivel->getLargo())
+                continue;
+            if (leg.getObjeto(qint16(tier), qint16(lugar)) == objeto) {
+                t = qint16(tier);
+                p = qint16(lugar);
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 void PiernaX::Private::dibujarVacia(double x, double y, double lado)

@@ -3,7 +3,9 @@
 #include <tarvonix/platform/colorconversion.h>
 
 #include <QFontMetrics>
+#include <QHash>
 #include <QPainter>
+#include <QStaticText>
 #include <QWidget>
 
 #include <cmath>
@@ -68,6 +70,9 @@ struct Surface::Private
     }
 
     QColor colour(qint32 value) const;
+    //! \a text laid out once for the printing font, or nullptr for text a static text lays out otherwise.
+    const QStaticText *dispuesto(const QString &text);
+    int ancho(const QString &text);
     void drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style);
     void applyShapeStyle();
 
@@ -77,6 +82,10 @@ struct Surface::Private
     // Measuring and printing happen for every label of every paint: kept ready per font.
     QFont fuenteImpresa;
     QFontMetrics medidas;
+    // Labels come back paint after paint: their layout and width are kept per font.
+    QHash<QString, QStaticText> textos;
+    QHash<QString, int> anchos;
+    bool fuenteLista = false;
     qint32 backColor = 0xFFFFFF;
     qint32 foreColor = 0;
     qint32 fillColor = 0;
@@ -89,6 +98,49 @@ struct Surface::Private
 QColor Surface::Private::colour(qint32 value) const
 {
     return toQColor(value, palette);
+}
+
+namespace {
+// Beyond this many different labels the caches start over rather than grow.
+constexpr qsizetype maxTextos = 4096;
+
+// A static text breaks lines and expands tabs, which drawing a text at a point does not.
+bool unaLinea(const QString &text)
+{
+    for (const QChar c : text) {
+        if (c.unicode() < 0x20 || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            return false;
+    }
+    return true;
+}
+} // namespace
+
+const QStaticText *Surface::Private::dispuesto(const QString &text)
+{
+    auto it = textos.find(text);
+    if (it == textos.end()) {
+        if (!unaLinea(text))
+            return nullptr;
+        if (textos.size() >= maxTextos)
+            textos.clear();
+        QStaticText estatico(text);
+        estatico.setTextFormat(Qt::PlainText);
+        estatico.setPerformanceHint(QStaticText::AggressiveCaching);
+        estatico.prepare(QTransform(), fuenteImpresa);
+        it = textos.insert(text, estatico);
+    }
+    return &it.value();
+}
+
+int Surface::Private::ancho(const QString &text)
+{
+    auto it = anchos.find(text);
+    if (it == anchos.end()) {
+        if (anchos.size() >= maxTextos)
+            anchos.clear();
+        it = anchos.insert(text, medidas.horizontalAdvance(text));
+    }
+    return it.value();
 }
 
 void Surface::Private::drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style)
@@ -128,6 +180,12 @@ Surface::~Surface() = default;
 
 void Surface::setFont(const QFont &font)
 {
+    // Set again before every paint: the same font keeps what was laid out with it.
+    if (d->fuenteLista && d->font == font && d->font.resolveMask() == font.resolveMask())
+        return;
+    d->fuenteLista = true;
+    d->textos.clear();
+    d->anchos.clear();
     d->font = font;
     d->fuenteImpresa = font;
     d->fuenteImpresa.setStyleStrategy(QFont::NoAntialias);
@@ -187,8 +245,13 @@ void Surface::box(double x1, double y1, double x2, double y2)
     const QRect corners(QPoint(left, top), QPoint(std::max(pixel(x1), pixel(x2)), std::max(pixel(y1), pixel(y2))));
     d->applyShapeStyle();
     // The fill covers every pixel between the corners; the outline goes over its border.
-    if (d->painter->brush().style() != Qt::NoBrush)
-        d->painter->fillRect(corners, d->painter->brush());
+    const QBrush brush = d->painter->brush();
+    if (brush.style() != Qt::NoBrush)
+        d->painter->fillRect(corners, brush);
+    // A solid outline in the colour of a solid fill would paint its pixels again.
+    const QPen pen = d->painter->pen();
+    if (brush.style() == Qt::SolidPattern && pen.style() == Qt::SolidLine && pen.color() == brush.color())
+        return;
     d->painter->setBrush(Qt::NoBrush);
     d->painter->drawRect(corners.x(), corners.y(), corners.width() - 1, corners.height() - 1);
 }
@@ -214,7 +277,11 @@ void Surface::print(const QString &text)
     if (d->painter) {
         d->painter->setFont(d->fuenteImpresa);
         d->painter->setPen(d->colour(d->foreColor));
-        d->painter->drawText(QPoint(pixel(d->currentX), pixel(d->currentY) + d->medidas.ascent()), text);
+        const QPoint esquina(pixel(d->currentX), pixel(d->currentY));
+        if (const QStaticText *estatico = d->dispuesto(text))
+            d->painter->drawStaticText(esquina, *estatico);
+        else
+            d->painter->drawText(esquina + QPoint(0, d->medidas.ascent()), text);
     }
     d->currentY += textHeight(text);
     d->currentX = 0;
@@ -222,7 +289,7 @@ void Surface::print(const QString &text)
 
 double Surface::textWidth(const QString &text) const
 {
-    return d->medidas.horizontalAdvance(text);
+    return d->ancho(text);
 }
 
 double Surface::textHeight(const QString &) const

@@ -10,6 +10,7 @@
 //
 
 #include <tarvonix/platform/surface.h>
+#include <tarvonix/views/indiceespacial.h>
 #include <tarvonix/views/vistax.h>
 
 #include <QPixmap>
@@ -114,6 +115,8 @@ public:
     bool armado = false; // a press happened that no band or drag has used yet
     bool enBanda = false;
     QPointer<Dummy> banda;
+    // The children's boxes, for a view whose children stand anywhere; the view fills it.
+    IndiceEspacial indice;
 };
 
 } // namespace tarvonix
