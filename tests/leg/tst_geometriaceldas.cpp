@@ -21,8 +21,7 @@ void tst_GeometriaCeldas::rejilla_data()
     QTest::addColumn<bool>("clasica");
     QTest::addColumn<QSizeF>("tamano"); // of the control
     QTest::addColumn<QRectF>("ultima"); // the last cell of the top tier
-    // Twelve tiers of nine: wide enough for the first tier and the shift of the tiers above, high enough for
-    // tier 1 and the band below. Scale 1 is the leg view's own tests'.
+    // Twelve tiers of nine, sized for tier 1, the shifted tiers and the bands; scale 1 is the view's tests'.
     QTest::newRow("plain at 2.0") << 2.0 << false << QSizeF(408, 512) << QRectF(349, 0, 40, 40);
     QTest::newRow("classic at 1.5") << 1.5 << true << QSizeF(483, 359) << QRectF(434, 0, 30, 30);
 }
