@@ -153,7 +153,6 @@ void tst_PiernaX::drawing()
     leg->getObjeto(2, 4)->setTip(u"WWWWWWWW"_s);
     ErrorCatcher catcher;
     Vista v(leg);
-    // Tips in the font set by name; the control and its strips follow the grid.
     v.vista->setProperty("FontName", u"DejaVu Sans"_s);
     v.vista->setProperty("FontSize", 9);
     v.vista->refrescar();
@@ -236,6 +235,7 @@ void tst_PiernaX::gestures_data()
          "!IContenedorX_seleccionar !IContenedorX_seleccionarTodos !escalas.Click !escalas.RightClick "
          "!escalas.OLEDragDrop {}",
          "sin pierna");
+    fila("no root", "1.1", "!MouseUp {L1.1}", "sin raiz");
     fila("unbuilt leg", "", "!validarControl !dibujarTodo {}", "sin rejilla", "Subscript out of range");
     fila("scales out of range", "escala:-1 escala:0 escala:nan escala:1e30 escala:0.1 @30,10",
          "clicked(P01,false) !validarControl->Invalid procedure call or argument !dibujarEscalas->Invalid "
@@ -260,6 +260,7 @@ void tst_PiernaX::gestures()
     const auto leg
         = montaje == "sin rejilla" ? std::make_shared<Pierna>() : nuevaPierna(3, 3, montaje == "clasica", 3);
     Vista v(montaje == "sin pierna" ? nullptr : leg);
+    v.vista->setRoot(montaje == "sin raiz" ? nullptr : &v.mapa);
     DragDriver driver;
     QStringList salida;
     QMimeData datos;
