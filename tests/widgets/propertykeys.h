@@ -5,56 +5,45 @@
 
 #include <QTest>
 
-// One row per persisted property: the key as the control writes it, the property's name (the key when
-// left out), its default and another value. Keys compare without regard to letter case in the bag, so
-// the spelling a control reads back needs no row of its own. An invalid default stands for a value that
-// is always written and that an empty bag leaves as it is, as a font's name.
-inline void addPropertyKeyColumns()
+// A persisted property: the key as the control writes it, its default and another value, and the property's
+// name where it is not the key. Keys ignore case in the bag, so the spelling a control reads needs no row. An
+// invalid default stands for a value always written and kept by an empty bag, as a font's name.
+struct PropertyKey
 {
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("defaultValue");
-    QTest::addColumn<QVariant>("value");
+    const char *key;
+    QVariant defaultValue, value;
+    const char *property = nullptr;
+};
+Q_DECLARE_METATYPE(PropertyKey)
+
+inline void propertyKeyRows(std::initializer_list<PropertyKey> rows)
+{
+    QTest::addColumn<PropertyKey>("row");
+    for (const PropertyKey &row : rows)
+        QTest::newRow(row.key) << row;
 }
 
-inline void propertyKeyRow(const char *key, const QVariant &defaultValue, const QVariant &value,
-                           const char *property = nullptr)
-{
-    QTest::newRow(key) << QString::fromLatin1(key) << QByteArray(property ? property : key) << defaultValue
-                       << value;
-}
-
-// Checks the current row against a Control: a default is not written, another value is written under
-// its key and read back by a fresh control, and an empty bag brings the default back.
+// A default is not written; another value is, under its key, and a fresh control reads it; an empty bag resets it.
 template<class Control> void checkPropertyKey()
 {
-    QFETCH(QString, key);
-    QFETCH(QByteArray, property);
-    QFETCH(QVariant, defaultValue);
-    QFETCH(QVariant, value);
-    const char *name = property.constData();
-
-    Control control;
-    tarvonix::PropertyBag fresh;
+    QFETCH(PropertyKey, row);
+    const QString key = QString::fromLatin1(row.key);
+    const char *name = row.property ? row.property : row.key;
+    const bool hasDefault = row.defaultValue.isValid();
+    Control control, read;
+    tarvonix::PropertyBag fresh, bag;
     control.writeProperties(fresh);
-    if (defaultValue.isValid()) {
-        QCOMPARE(control.property(name), defaultValue);
-        QVERIFY2(!fresh.contains(key), qPrintable(fresh.keys().join(u',')));
-    } else {
-        QCOMPARE(fresh.readProperty(key, QVariant()), control.property(name));
-    }
-
-    QVERIFY(control.setProperty(name, value));
-    tarvonix::PropertyBag bag;
+    if (hasDefault)
+        QCOMPARE(control.property(name), row.defaultValue);
+    QCOMPARE(fresh.readProperty(key), hasDefault ? QVariant() : control.property(name));
+    QVERIFY(control.setProperty(name, row.value));
     control.writeProperties(bag);
-    QCOMPARE(bag.keys().size(), fresh.keys().size() + (defaultValue.isValid() ? 1 : 0));
+    QCOMPARE(bag.keys().size(), fresh.keys().size() + (hasDefault ? 1 : 0));
     QVERIFY2(bag.keys().contains(key), qPrintable(bag.keys().join(u',')));
-    Control read;
     read.readProperties(bag);
-    QCOMPARE(read.property(name), value);
-
+    QCOMPARE(read.property(name), row.value);
     read.readProperties(tarvonix::PropertyBag());
-    QCOMPARE(read.property(name), defaultValue.isValid() ? defaultValue : value);
+    QCOMPARE(read.property(name), hasDefault ? row.defaultValue : row.value);
 }
 
 #endif
