@@ -19,15 +19,11 @@ int main(int argc, char **argv)
     auto nave = std::make_shared<Objeto>();
     nave->setTipo(QStringLiteral("N"));
     nave->setCodigo(QStringLiteral("N1"));
-    nave->setDescripcion(QStringLiteral("Nave de crianza"));
     nave->setPuedeContener(true);
 
     auto deposito = std::make_shared<Deposito>();
     deposito->setCodigo(QStringLiteral("D1"));
-    deposito->setX(10);
-    deposito->setY(10);
-    deposito->setAncho(60);
-    deposito->setAlto(60);
+    deposito->setX(10), deposito->setY(10), deposito->setAncho(60), deposito->setAlto(60);
     deposito->setForma(1);
     deposito->setColor(0x0000FF); // 0x00BBGGRR: pure red
     deposito->setPadre(nave->getCodigo());
@@ -40,10 +36,9 @@ int main(int argc, char **argv)
 
     const QImage image = mapa.grab().toImage();
     int drawn = 0;
-    for (int y = 0; y < image.height(); ++y) {
+    for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
             drawn += image.pixelColor(x, y) == QColor(255, 0, 0) ? 1 : 0;
-    }
     if (drawn == 0) {
         std::fprintf(stderr, "consumer: the map drew nothing of the vessel\n");
         return 1;
