@@ -46,15 +46,14 @@ void tst_FrameRefX::legend()
     const auto pulsar = [&](const QString &nombre) {
         QTest::mousePress(leyenda->findChild<QWidget *>(nombre), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
     };
-    // A narrow list still makes the narrowest legend, and it asks to be seen; the height follows the list,
-    // the width a wide one.
+    // A narrow list makes the narrowest legend, which asks to be seen; the height follows the list.
     auto *lista = leyenda->findChild<ReferenciasX *>(u"refx"_s);
     auto claves = std::make_shared<Referencias>();
     claves->add(u"A"_s, u"a"_s, 0x0000FF);
     leyenda->setReferencias(claves);
     QVERIFY(lista->width() + 6 < 150 && mapa.log() == QStringList{u"ensureVisible"_s});
     QCOMPARE(leyenda->size(), QSize(150, lista->y() + lista->height() + 3));
-    claves->add(u"B"_s, u"una clave con un texto bastante largo"_s, 0x00FF00);
+    claves->add(u"B"_s, u"una clave con un texto bastante largo"_s, 0x00FF00); // the width follows a wide one
     leyenda->setReferencias(claves);
     QVERIFY(leyenda->width() > 150 && leyenda->width() == lista->x() + lista->width() + 3);
     QCOMPARE(leyenda->findChild<QWidget *>(u"cerrar"_s)->geometry().right(), leyenda->width() - 3 - 1);

@@ -88,11 +88,13 @@ void tst_MapaX::activeFrameAndKeys()
     s.mapa.show(s.a);
     QVERIFY(s.frame(u"NA"_s)->pActive() && s.mapa.getActive() == d1);
     // The menu key reports the active object, and whether more than it is selected.
+    s.mapa.seleccionarTodos(s.a);
     QTest::keyClick(&s.mapa, Qt::Key_Menu);
-    s.frame(u"NA"_s)->seleccionarTodos();
+    s.mapa.deseleccionarTodos(s.a);
+    s.mapa.seleccionar(s.a, u"AD1"_s);
     QTest::keyClick(&s.mapa, Qt::Key_Menu);
     QVERIFY(right.count() == 2 && right.at(0).at(0).value<ObjetoPtr>() == d1);
-    QVERIFY(!right.at(0).at(1).toBool() && right.at(1).at(1).toBool());
+    QVERIFY(right.at(0).at(1).toBool() && !right.at(1).at(1).toBool());
     // Removing a frame, even an inactive one, leaves no active frame or object.
     s.mapa.remove(s.b);
     QVERIFY(!s.mapa.getFrame() && !s.mapa.getActive() && !s.mapa.getSelected() && !s.frame(u"NB"_s));
@@ -121,10 +123,12 @@ void tst_MapaX::legendFollowsTheActiveFrame()
     s.mapa.show(s.b); // no list at all: hidden
     QVERIFY(leyenda->isHidden());
     s.mapa.show(s.a);
-    QVERIFY(leyenda->isVisible());
+    const QSize tamano = leyenda->size();
+    s.b->setReferencias(std::make_shared<Referencias>()); // an empty list changes nothing: the keys stay
+    s.mapa.show(s.b);
+    QVERIFY(leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RV"_s) && leyenda->size() == tamano);
     // Closed with its own button, and not wanted any more.
     QTest::mousePress(leyenda->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
-    s.mapa.show(s.b);
     s.mapa.show(s.a);
     QVERIFY(!s.mapa.control(u"REF"_s));
 }
@@ -196,7 +200,6 @@ void tst_MapaX::framesAreFittedAndMovedByTheirTitle()
     QMimeData ajeno;
     ajeno.setText(u"NB"_s);
     QCOMPARE(DragDriver::dropData(&s.mapa, QPoint(10, 10), &ajeno), Qt::IgnoreAction);
-    QVERIFY(s.errors.messages().isEmpty());
 }
 
 void tst_MapaX::failures_data()
@@ -276,7 +279,6 @@ void tst_MapaX::failures()
     accion(s);
     QTRY_COMPARE(s.errors.messages(), etiquetas);
     // Whatever failed, no move outline and no disabled control remain.
-    flushDeletes();
     QVERIFY(!s.mapa.control(u"caja"_s));
     for (const QString &nombre : s.mapa.controlNames().mid(1))
         QVERIFY(s.mapa.control(nombre)->isEnabled());
@@ -320,6 +322,7 @@ void tst_MapaX::roadThroughTheControls()
     arrastrar(vistaPierna, celda + QPoint(0, 8));
     QCOMPARE(s.driver.drop(s.conten(s.a), QPoint(95, 30)), Qt::CopyAction);
     s.driver.finish(Qt::CopyAction);
+    s.mapa.IMapaX_Droped(u"NZ"_s, s.a, 0); // from a frame that is gone: nothing
     const auto origen = drop.value(0).value(0).value<std::shared_ptr<Objetos>>();
     QVERIFY(drop.count() == 1 && origen->count() == 1 && origen->Item(1) == barrica);
     QCOMPARE(drop.at(0).at(1).value<ObjetoPtr>(), d2);

@@ -13,8 +13,7 @@
 // Root objects for the map tests, and what they need around them.
 namespace naves {
 
-//! A room \a tipo + \a codigo holding the vessels "<codigo>D1", "D2"... placed at \a sitios (three 50 x 40
-//! in a row by default), with the colour keys T and V when \a claves.
+//! A room \a tipo + \a codigo holding vessels "<codigo>D1", "D2"... at \a sitios, keys T and V if \a claves.
 inline auto nave(const QString &codigo, const QString &tipo = QStringLiteral("N"), bool claves = false,
                  const QList<QRect> &sitios = {{10, 10, 50, 40}, {70, 10, 50, 40}, {130, 10, 50, 40}})
 {
