@@ -24,11 +24,6 @@ public:
     QList<ObjetoPtr> quitados;
 };
 
-void pulsar(FrameRefX *leyenda, const QString &nombre)
-{
-    QTest::mousePress(leyenda->findChild<QWidget *>(nombre), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
-}
-
 } // namespace
 
 class tst_FrameRefX : public QObject
@@ -36,79 +31,55 @@ class tst_FrameRefX : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fitsItselfToTheList();
-    void buttonsAndMoves_data();
-    void buttonsAndMoves();
+    void legend();
 };
 
-void tst_FrameRefX::fitsItselfToTheList()
+void tst_FrameRefX::legend()
 {
-    Anfitrion anfitrion;
+    ErrorCatcher errors;
+    Anfitrion host;
     RecordingMapa mapa;
-    auto *leyenda = new FrameRefX(&anfitrion);
+    auto *leyenda = new FrameRefX(&host);
     leyenda->setRoot(&mapa);
     leyenda->resize(100, 50);
-    anfitrion.show();
+    host.show();
+    const auto pulsar = [&](const QString &nombre) {
+        QTest::mousePress(leyenda->findChild<QWidget *>(nombre), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    };
+    // A narrow list makes the narrowest legend, which asks to be seen; the height follows the list.
     auto *lista = leyenda->findChild<ReferenciasX *>(u"refx"_s);
     auto claves = std::make_shared<Referencias>();
     claves->add(u"A"_s, u"a"_s, 0x0000FF);
     leyenda->setReferencias(claves);
-    // A narrow list still makes the narrowest legend; the height follows the list.
-    QVERIFY(lista->width() + 6 < 150);
+    QVERIFY(lista->width() + 6 < 150 && mapa.log() == QStringList{u"ensureVisible"_s});
     QCOMPARE(leyenda->size(), QSize(150, lista->y() + lista->height() + 3));
-    QCOMPARE(mapa.log(), QStringList{u"ensureVisible"_s});
-    claves->add(u"B"_s, u"una clave con un texto bastante largo"_s, 0x00FF00);
+    claves->add(u"B"_s, u"una clave con un texto bastante largo"_s, 0x00FF00); // the width follows a wide one
     leyenda->setReferencias(claves);
-    QVERIFY(leyenda->width() > 150);
-    QCOMPARE(leyenda->width(), lista->x() + lista->width() + 3);
+    QVERIFY(leyenda->width() > 150 && leyenda->width() == lista->x() + lista->width() + 3);
     QCOMPARE(leyenda->findChild<QWidget *>(u"cerrar"_s)->geometry().right(), leyenda->width() - 3 - 1);
-}
-
-void tst_FrameRefX::buttonsAndMoves_data()
-{
-    // Under a parent that offers neither the move nor the removal, both failures are shown.
-    QTest::addColumn<bool>("anfitrion");
-    QTest::addColumn<QStringList>("fallos");
-    const QString sinMiembro = u"->Object doesn't support this property or method"_s;
-    QTest::newRow("host") << true << QStringList();
-    QTest::newRow("plain parent") << false << QStringList{"FrameRefX.titulo.OLEStartDrag" + sinMiembro,
-                                                          "FrameRefX.cerrar.Click" + sinMiembro};
-}
-
-void tst_FrameRefX::buttonsAndMoves()
-{
-    QFETCH(bool, anfitrion);
-    QFETCH(QStringList, fallos);
-    ErrorCatcher errors;
-    Anfitrion host;
-    QWidget plano;
-    RecordingMapa mapa;
-    auto *leyenda = new FrameRefX(anfitrion ? &host : &plano);
-    leyenda->setRoot(&mapa);
-    (anfitrion ? static_cast<QWidget &>(host) : plano).show();
+    // A move starts only from an active legend; a press on the title activates it.
     auto *titulo = leyenda->findChild<etiquetas *>(u"titulo"_s);
-
-    Q_EMIT titulo->OLEStartDrag(10, 5, 1); // inactive: no move
-    QVERIFY(host.movidos.isEmpty());
-    pulsar(leyenda, u"titulo"_s);
-    QVERIFY(leyenda->isActive());
-    QCOMPARE(titulo->BackColor(), 0x800000);
+    Q_EMIT titulo->OLEStartDrag(10, 5, 1);
+    pulsar(u"titulo"_s);
+    QVERIFY(leyenda->isActive() && titulo->BackColor() == 0x800000);
     Q_EMIT titulo->OLEStartDrag(16, 5, 1);
-    QCOMPARE(host.movidos, anfitrion ? QList<QWidget *>{leyenda} : QList<QWidget *>());
-    QCOMPARE(leyenda->getDragX(), float(titulo->x() + 16));
-
+    QVERIFY(host.movidos == QList<QWidget *>{leyenda} && leyenda->getDragX() == float(titulo->x() + 16));
+    // Minimised and restored, it asks to be brought into view.
     const int alto = leyenda->height();
-    pulsar(leyenda, u"mini"_s);
-    QCOMPARE(leyenda->height(), 18 + 6);
-    QCOMPARE(leyenda->findChild<QWidget *>(u"mini"_s)->toolTip(), u"Restaurar"_s);
+    pulsar(u"mini"_s);
     mapa.clear();
-    pulsar(leyenda, u"mini"_s);
-    QCOMPARE(leyenda->height(), alto);
-    QCOMPARE(mapa.log(), QStringList{u"ensureVisible"_s}); // restored, it asks to be brought into view
-    // Closing asks the parent to remove the legend (no object).
-    pulsar(leyenda, u"cerrar"_s);
-    QCOMPARE(host.quitados, anfitrion ? QList<ObjetoPtr>{nullptr} : QList<ObjetoPtr>());
-    QCOMPARE(errors.messages(), fallos);
+    pulsar(u"mini"_s);
+    QVERIFY(leyenda->height() == alto && mapa.log() == QStringList{u"ensureVisible"_s});
+    pulsar(u"cerrar"_s); // the parent is asked to remove the legend, which has no object
+    QCOMPARE(host.quitados, QList<ObjetoPtr>{nullptr});
+    // Under a parent that offers neither the move nor the removal, both fail.
+    QWidget plano;
+    leyenda->setParent(&plano);
+    Q_EMIT titulo->OLEStartDrag(16, 5, 1);
+    pulsar(u"cerrar"_s);
+    const QString sinMiembro = u"->Object doesn't support this property or method"_s;
+    QCOMPARE(errors.messages(),
+             (QStringList{"FrameRefX.titulo.OLEStartDrag" + sinMiembro, "FrameRefX.cerrar.Click" + sinMiembro}));
 }
 
 QTEST_MAIN(tst_FrameRefX)

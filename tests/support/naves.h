@@ -8,27 +8,26 @@
 
 #include <QCoreApplication>
 #include <QMouseEvent>
-#include <QWidget>
+#include <QRect>
 
 // Root objects for the map tests, and what they need around them.
 namespace naves {
 
-//! A room \a tipo + \a codigo holding three 50 x 40 vessels "<codigo>D1" to "D3" at (10, 10), (70, 10)
-//! and (130, 10), with the colour keys T and V when \a claves.
-inline std::shared_ptr<tarvonix::Objeto> nave(const QString &codigo, const QString &tipo = QStringLiteral("N"),
-                                              bool claves = false)
+//! A room \a tipo + \a codigo holding vessels "<codigo>D1", "D2"... at \a sitios, keys T and V if \a claves.
+inline auto nave(const QString &codigo, const QString &tipo = QStringLiteral("N"), bool claves = false,
+                 const QList<QRect> &sitios = {{10, 10, 50, 40}, {70, 10, 50, 40}, {130, 10, 50, 40}})
 {
     auto objeto = std::make_shared<tarvonix::Objeto>();
     objeto->setTipo(tipo);
     objeto->setCodigo(codigo);
     objeto->setPuedeContener(true);
-    for (int i = 1; i <= 3; ++i) {
+    for (const QRect &sitio : sitios) {
         auto deposito = std::make_shared<tarvonix::Deposito>();
-        deposito->setCodigo(codigo + QStringLiteral("D%1").arg(i));
-        deposito->setX(qint16(10 + 60 * (i - 1)));
-        deposito->setY(10);
-        deposito->setAncho(50);
-        deposito->setAlto(40);
+        deposito->setCodigo(codigo + QStringLiteral("D%1").arg(objeto->getObjetos()->count() + 1));
+        deposito->setX(qint16(sitio.x()));
+        deposito->setY(qint16(sitio.y()));
+        deposito->setAncho(qint16(sitio.width()));
+        deposito->setAlto(qint16(sitio.height()));
         deposito->setForma(1);
         deposito->setPadre(codigo);
         objeto->getObjetos()->add(deposito);
@@ -42,10 +41,7 @@ inline std::shared_ptr<tarvonix::Objeto> nave(const QString &codigo, const QStri
 }
 
 //! Runs the deletions a removal left for later: the removed controls are gone afterwards.
-inline void flushDeletes()
-{
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
+inline void flushDeletes() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
 //! The pointer moves to \a pos over \a widget with the left button held down, as a drag begins.
 inline void arrastrar(QWidget *widget, QPoint pos, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
