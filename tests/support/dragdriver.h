@@ -21,13 +21,12 @@ class DragDriver
 public:
     DragDriver();
     ~DragDriver();
-    DragDriver(const DragDriver &) = delete;
-    DragDriver &operator=(const DragDriver &) = delete;
+    Q_DISABLE_COPY(DragDriver)
 
     //! Whether a control has started a drag that has not been finished.
     bool dragging() const { return bool(m_finished); }
     //! The text the started drag carries.
-    QString text() const;
+    QString text() const { return m_data ? m_data->text() : QString(); }
     Qt::DropActions allowed() const { return m_allowed; }
     int started() const { return m_started; }
 
@@ -45,7 +44,8 @@ public:
                                    Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 private:
-    void enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers);
+    // False when no drag has started.
+    bool enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers);
     void leave();
 
     tarvonix::DragRunner::Runner m_previous;
