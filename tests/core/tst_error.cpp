@@ -13,13 +13,7 @@
 using namespace tarvonix;
 using namespace Qt::StringLiterals;
 
-namespace {
-QStringList logged;
-void recordLog(QtMsgType, const QMessageLogContext &context, const QString &message)
-{
-    logged.append(QLatin1String(context.category) + u':' + message);
-}
-} // namespace
+static QStringList logged;
 
 class tst_Error : public QObject
 {
@@ -50,8 +44,10 @@ private Q_SLOTS:
     {
         // A handler that fails must not take the trap down: the text falls back to "tarvonix.error".
         const ErrorHandler previous = setErrorHandler([](const QString &) { throw std::logic_error("broke"); });
-        logged.clear();
-        const QtMessageHandler qtHandler = qInstallMessageHandler(recordLog);
+        const QtMessageHandler qtHandler = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &context, const QString &message) {
+                logged.append(QLatin1String(context.category) + u':' + message);
+            });
         QVERIFY(!trap(u"Etiquetas.UserControl_Paint->"_s, [] { throw Error(Error::Overflow); }));
         // No handler on the offscreen platform: the same category, which a host can silence.
         setErrorHandler({});

@@ -15,11 +15,8 @@ using namespace tarvonix;
 
 namespace {
 
-/*
-    A common field as the table probes it: store writes through IObjeto and
-    read reads back; a field that the kind stores then answers probe, a fixed
-    one still answers its initial value.
-*/
+// A common field as the table probes it: store writes through IObjeto and read reads back; a field
+// that the kind stores then answers probe, a fixed one still answers its initial value.
 struct Field
 {
     const char *name;
@@ -134,13 +131,11 @@ private Q_SLOTS:
     {
         QFETCH(ObjetoPtr, objeto);
         QFETCH(QString, kind);
-        const std::pair<QString, ObjetoPtr> casts[] = { { "D", Caster::toDeposito(objeto) },
-                                                        { "L", Caster::toLote(objeto) },
-                                                        { "U", Caster::toUbicacion(objeto) },
-                                                        { "E", Caster::toEscala(objeto) },
-                                                        { "P", Caster::toPierna(objeto) } };
-        for (const auto &[letter, cast] : casts)
-            QCOMPARE(cast, letter == kind ? objeto : ObjetoPtr());
+        const QList<ObjetoPtr> casts
+            = { Caster::toDeposito(objeto), Caster::toLote(objeto), Caster::toUbicacion(objeto),
+                Caster::toEscala(objeto), Caster::toPierna(objeto) };
+        for (int i = 0; i < casts.size(); ++i)
+            QCOMPARE(casts.at(i), QStringLiteral("DLUEP").mid(i, 1) == kind ? objeto : ObjetoPtr());
     }
 
     void valuesOutsideTheUsualRange()

@@ -4,7 +4,6 @@
 
 #include "../model/modeltest.h"
 
-#include <QPushButton>
 #include <QTest>
 
 using namespace tarvonix;
@@ -68,21 +67,6 @@ private Q_SLOTS:
         delete controls.add(u"Tarvonix.Dummy"_s, u"caja"_s);
         QVERIFY(!controls.find(u"caja"_s));
         QVERIFY(controls.add(u"Tarvonix.Dummy"_s, u"caja"_s));
-    }
-
-    void removalDuringOwnHandler()
-    {
-        ControlRegistry::instance().add(u"Test.Button"_s,
-                                        [](QWidget *parent) { return new QPushButton(parent); });
-        QWidget owner;
-        ChildControls controls(&owner);
-        auto *button = qobject_cast<QPushButton *>(controls.add(u"Test.Button"_s, u"cerrar"_s));
-        QPointer<QPushButton> watched = button;
-        connect(button, &QPushButton::clicked, &owner, [&] { controls.remove(u"cerrar"_s); });
-        button->show();
-        QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(controls.count(), 0);
-        QTRY_VERIFY(!watched);
     }
 };
 

@@ -21,14 +21,16 @@ private Q_SLOTS:
         drag->setMimeData(new QMimeData);
         QList<Qt::DropAction> ended;
         // With no runner installed the platform runs the drag; offscreen it ends at once, unaccepted.
-        DragRunner::run(drag, Qt::CopyAction | Qt::MoveAction, [&](Qt::DropAction result) { ended.append(result); });
+        DragRunner::run(drag, Qt::CopyAction | Qt::MoveAction,
+                        [&](Qt::DropAction result) { ended.append(result); });
         QCOMPARE(ended, QList<Qt::DropAction> { Qt::IgnoreAction });
 
         // An installed runner takes the drag instead, and the previous one comes back.
         QList<Qt::DropActions> taken;
         const DragRunner::Runner previous = DragRunner::setRunner(
             [&](QDrag *, Qt::DropActions allowed, const DragRunner::Finished &) { taken.append(allowed); });
-        DragRunner::run(new QDrag(&source), Qt::MoveAction, [&](Qt::DropAction result) { ended.append(result); });
+        DragRunner::run(new QDrag(&source), Qt::MoveAction,
+                        [&](Qt::DropAction result) { ended.append(result); });
         DragRunner::setRunner(previous);
         QCOMPARE(taken, QList<Qt::DropActions> { Qt::MoveAction });
         QCOMPARE(ended.size(), 1); // the end belongs to whoever took the drag
@@ -48,11 +50,11 @@ private Q_SLOTS:
         QFETCH(Qt::DropAction, action);
         QCOMPARE(DragRunner::action(effect), action);
         QMimeData data;
-        QDropEvent event(QPointF(1, 1), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent event(QPointF(1, 1), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                         Qt::NoModifier);
         event.ignore();
         DragRunner::answer(&event, action);
-        QCOMPARE(event.isAccepted(), action != Qt::IgnoreAction);
-        QCOMPARE(event.dropAction(), action);
+        QVERIFY(event.isAccepted() == (action != Qt::IgnoreAction) && event.dropAction() == action);
     }
 };
 

@@ -21,10 +21,9 @@ private Q_SLOTS:
         QWidget parent;
         QWidget widget(&parent);
         widget.setObjectName(u"D12c"_s);
-        LateBinding::set(&widget, u"Width"_s, 120);
-        LateBinding::set(&widget, u"height"_s, 45.5); // rounds
-        LateBinding::set(&widget, u"left"_s, 7);
-        LateBinding::set(&widget, u"TOP"_s, 9);
+        for (auto [name, value] :
+             { std::pair { "Width", 120.0 }, { "height", 45.5 }, { "left", 7.0 }, { "TOP", 9.0 } })
+            LateBinding::set(&widget, QLatin1String(name), value); // any letter case; the height rounds
         QCOMPARE(widget.geometry(), QRect(7, 9, 120, 46));
         QCOMPARE(LateBinding::get(&widget, u"Width"_s).toInt(), 120);
         QCOMPARE(LateBinding::get(&widget, u"Name"_s).toString(), u"D12c"_s);

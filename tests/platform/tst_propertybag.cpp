@@ -45,7 +45,6 @@ private Q_SLOTS:
         QFont font(u"DejaVu Sans"_s, 9);
         font.setBold(true);
         bag.writeProperty(u"BackColor"_s, qint32(0x800000), qint32(0xC0C0C0));
-        bag.writeProperty(u"ForeColor"_s, qint32(0x80000012), qint32(0));
         bag.writeProperty(u"Texto"_s, u"Depósito Ñ 酒"_s, QString());
         bag.writeProperty(u"Font"_s, font, QFont());
         const QString file = dir.filePath(u"form.bag"_s);
@@ -54,7 +53,6 @@ private Q_SLOTS:
         QVERIFY(loaded.load(file));
         QCOMPARE(loaded.keys(), bag.keys());
         QCOMPARE(loaded.readProperty(u"backcolor"_s, qint32(0xC0C0C0)).value<qint32>(), 0x800000);
-        QCOMPARE(loaded.readProperty(u"ForeColor"_s, qint32(0)).value<qint32>(), qint32(0x80000012));
         QCOMPARE(loaded.readProperty(u"Texto"_s, QString()).toString(), u"Depósito Ñ 酒"_s);
         QCOMPARE(loaded.readProperty(u"Font"_s, QFont()).value<QFont>(), font);
     }

@@ -134,9 +134,7 @@ private Q_SLOTS:
         Surface s;
         s.setForeColor(0x123456);
         paint(s, [](Surface &surface) { surface.setDrawStyle(Surface::DrawDot); });
-        QCOMPARE(s.foreColor(), 0x123456);
-        QCOMPARE(s.drawStyle(), int(Surface::DrawDot));
-        QVERIFY(!s.isPainting());
+        QVERIFY(s.foreColor() == 0x123456 && s.drawStyle() == Surface::DrawDot && !s.isPainting());
         s.box(0, 0, 10, 10); // outside a paint: nothing happens, nothing breaks
         s.print(u"x"_s);
         QCOMPARE(s.currentX(), 0.0);

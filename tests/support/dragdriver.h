@@ -10,12 +10,10 @@
 
 #include <memory>
 
-// Drives the drags that controls start, as a person's pointer would on a real
-// display: while it lives, a control's drag does not end at once; the test
-// sends drag-enter, drag-move and drop events with move()/drop() and then
-// ends the drag with finish(), which runs the control's end-of-drag step.
-// Create it after the widgets it drags over: when it goes, it tells the
-// widget it last entered that the drag has left.
+// Drives the drags that controls start, as a person's pointer would: while it lives, a control's drag
+// does not end at once; the test sends drag events with move()/drop() and ends the drag with finish(),
+// which runs the control's end-of-drag step. Create it after the widgets it drags over: when it goes,
+// it tells the widget it last entered that the drag has left.
 class DragDriver
 {
 public:

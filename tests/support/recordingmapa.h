@@ -16,29 +16,25 @@ public:
     struct Call
     {
         QString operation;
-        ObjetoPtr obj;
         QString text; // as log() shows it
     };
 
-    void clicked(const ObjetoPtr &obj, bool multi) override
+    void clicked(const ObjetoPtr &obj, bool multi) override { record("clicked", { code(obj), flag(multi) }); }
+    void rightClicked(const ObjetoPtr &o, bool multi) override
     {
-        record("clicked", obj, { code(obj), flag(multi) });
+        record("rightClicked", { code(o), flag(multi) });
     }
-    void rightClicked(const ObjetoPtr &obj, bool multi) override
+    void droped(const QString &from, const ObjetoPtr &o, qint32 shift) override
     {
-        record("rightClicked", obj, { code(obj), flag(multi) });
+        record("droped", { from, code(o), QString::number(shift) });
     }
-    void droped(const QString &origen, const ObjetoPtr &destino, qint32 shift) override
-    {
-        record("droped", destino, { origen, code(destino), QString::number(shift) });
-    }
-    void moved(const ObjetoPtr &obj) override { record("moved", obj, { code(obj) }); }
+    void moved(const ObjetoPtr &obj) override { record("moved", { code(obj) }); }
     void setActive(const ObjetoPtr &obj, tarvonix::IContenedorX *, qint16 op) override
     {
-        record("setActive", obj, { code(obj), QString::number(op) });
+        record("setActive", { code(obj), QString::number(op) });
     }
-    void ensureVisible(QWidget *) override { record("ensureVisible", nullptr, {}); }
-    void remove(const ObjetoPtr &frame) override { record("remove", frame, { code(frame) }); }
+    void ensureVisible(QWidget *) override { record("ensureVisible", {}); }
+    void remove(const ObjetoPtr &frame) override { record("remove", { code(frame) }); }
 
     const std::vector<Call> &calls() const { return m_calls; }
     //! The calls as text, for example "clicked(D1,false)" or "moved(D2)".
@@ -54,11 +50,10 @@ public:
 private:
     static QString code(const ObjetoPtr &obj) { return obj ? obj->getCodigo() : QStringLiteral("none"); }
     static QString flag(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
-    void record(const char *operation, const ObjetoPtr &obj, const QStringList &arguments)
+    void record(const char *operation, const QStringList &arguments)
     {
         const QString name = QLatin1String(operation);
-        m_calls.push_back(
-            { name, obj, arguments.isEmpty() ? name : name + u'(' + arguments.join(u',') + u')' });
+        m_calls.push_back({ name, arguments.isEmpty() ? name : name + u'(' + arguments.join(u',') + u')' });
     }
 
     std::vector<Call> m_calls;

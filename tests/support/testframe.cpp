@@ -24,15 +24,3 @@ tarvonix::ObjetoPtr TestFrame::setActive(const tarvonix::ObjetoPtr &obj)
     }
     return answerNone ? nullptr : obj;
 }
-
-bool TestFrame::isActive()
-{
-    calls.append(QStringLiteral("isActive"));
-    return m_active;
-}
-
-void TestFrame::activate()
-{
-    calls.append(QStringLiteral("activate"));
-    m_active = true;
-}

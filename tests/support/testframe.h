@@ -23,8 +23,16 @@ public:
 
     //! Answers the object the container should adopt: \a obj itself, unless answerNone is set.
     Q_INVOKABLE tarvonix::ObjetoPtr setActive(const tarvonix::ObjetoPtr &obj);
-    Q_INVOKABLE bool isActive();
-    Q_INVOKABLE void activate();
+    Q_INVOKABLE bool isActive()
+    {
+        calls.append(QStringLiteral("isActive"));
+        return m_active;
+    }
+    Q_INVOKABLE void activate()
+    {
+        calls.append(QStringLiteral("activate"));
+        m_active = true;
+    }
     Q_INVOKABLE void Resize(QWidget *) { calls.append(QStringLiteral("Resize")); }
     Q_INVOKABLE void hScroll(qint16 direction) { calls.append(QStringLiteral("hScroll(%1)").arg(direction)); }
     Q_INVOKABLE void vScroll(qint16 direction) { calls.append(QStringLiteral("vScroll(%1)").arg(direction)); }
