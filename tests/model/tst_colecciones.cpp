@@ -105,6 +105,7 @@ private Q_SLOTS:
         QCOMPARE(failureOf([&] { c.remove(3); }), int(Error::SubscriptOutOfRange));
         QCOMPARE(failureOf([&] { c.remove(0); }), int(Error::SubscriptOutOfRange));
         c.remove(1); // by position
+        QCOMPARE(c.NewEnum().next(), extremo);
         c.remove("-32768"); // by key
         QCOMPARE(c.count(), 0);
     }

@@ -56,7 +56,7 @@ private Q_SLOTS:
 
         QPointer<QWidget> watched = first;
         controls.remove(u"D12c"_s);
-        QVERIFY(!controls.contains(u"D12c"_s)); // out of the collection at once
+        QVERIFY(!controls.contains(u"D12c"_s) && controls.count() == 0); // out of the collection at once
         QVERIFY(watched); // deleted later
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!watched);
