@@ -10,7 +10,6 @@
 
 // Helpers shared by the tests of the map object model.
 namespace modeltest {
-
 //! The code of the failure \a operation ends with, or 0 when it ends normally.
 inline int failureOf(const std::function<void()> &operation)
 {
@@ -21,14 +20,12 @@ inline int failureOf(const std::function<void()> &operation)
     }
     return 0;
 }
-
 inline tarvonix::ObjetoPtr objeto(const QString &codigo)
 {
     auto o = std::make_shared<tarvonix::Objeto>();
     o->setCodigo(codigo);
     return o;
 }
-
 } // namespace modeltest
 
 #endif

@@ -5,6 +5,34 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 
+namespace {
+// Sends a drag-enter, drag-move or drop event; answers the action the target accepted.
+template<typename Event>
+Qt::DropAction send(QWidget *target, QPoint pos, Qt::DropActions allowed, const QMimeData *data,
+                    Qt::KeyboardModifiers modifiers)
+{
+    Event event(pos, allowed, data, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(target, &event);
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
+void sendLeave(QWidget *target)
+{
+    QDragLeaveEvent event;
+    QCoreApplication::sendEvent(target, &event);
+}
+
+// A whole visit from outside any control: enter, move or drop, leave (a refused drop leaves the target set).
+template<typename Event>
+Qt::DropAction visit(QWidget *target, QPoint pos, const QMimeData *data, Qt::KeyboardModifiers modifiers)
+{
+    send<QDragEnterEvent>(target, pos, Qt::CopyAction | Qt::MoveAction, data, modifiers);
+    const Qt::DropAction action = send<Event>(target, pos, Qt::CopyAction | Qt::MoveAction, data, modifiers);
+    sendLeave(target);
+    return action;
+}
+} // namespace
+
 DragDriver::DragDriver()
 {
     m_previous = tarvonix::DragRunner::setRunner(
@@ -12,10 +40,8 @@ DragDriver::DragDriver()
             ++m_started;
             m_allowed = allowed;
             m_data = std::make_unique<QMimeData>();
-            if (const QMimeData *data = drag->mimeData()) {
-                for (const QString &format : data->formats())
-                    m_data->setData(format, data->data(format));
-            }
+            for (const QString &format : drag->mimeData() ? drag->mimeData()->formats() : QStringList())
+                m_data->setData(format, drag->mimeData()->data(format));
             drag->deleteLater();
             m_finished = std::move(finished);
             m_entered = nullptr;
@@ -32,78 +58,51 @@ void DragDriver::leave()
 {
     // The drag manager keeps the widget that accepted the last drag-enter as the target of
     // every later drag-move and drop, whatever widget they are sent to: let it go.
-    if (m_entered) {
-        QDragLeaveEvent event;
-        QCoreApplication::sendEvent(m_entered, &event);
-    }
+    if (m_entered)
+        sendLeave(m_entered);
     m_entered = nullptr;
-}
-
-QString DragDriver::text() const
-{
-    return m_data ? m_data->text() : QString();
 }
 
 Qt::DropAction DragDriver::moveData(QWidget *target, QPoint pos, const QMimeData *data,
                                     Qt::KeyboardModifiers modifiers)
 {
-    QDragEnterEvent enter(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(target, &enter);
-    QDragMoveEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(target, &event);
-    QDragLeaveEvent leave;
-    QCoreApplication::sendEvent(target, &leave);
-    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    return visit<QDragMoveEvent>(target, pos, data, modifiers);
 }
 
 Qt::DropAction DragDriver::dropData(QWidget *target, QPoint pos, const QMimeData *data,
                                     Qt::KeyboardModifiers modifiers)
 {
-    QDragEnterEvent enter(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(target, &enter);
-    QDropEvent event(pos, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(target, &event);
-    QDragLeaveEvent leave; // a refused drop leaves the target set
-    QCoreApplication::sendEvent(target, &leave);
-    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    return visit<QDropEvent>(target, pos, data, modifiers);
 }
 
 Qt::DropAction DragDriver::move(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers)
 {
-    if (!m_data)
-        return Qt::IgnoreAction;
-    enterOnce(target, pos, modifiers);
-    QDragMoveEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(target, &event);
-    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    return enterOnce(target, pos, modifiers)
+        ? send<QDragMoveEvent>(target, pos, m_allowed, m_data.get(), modifiers)
+        : Qt::IgnoreAction;
 }
 
 Qt::DropAction DragDriver::drop(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers)
 {
-    if (!m_data)
-        return Qt::IgnoreAction;
-    enterOnce(target, pos, modifiers);
-    QDropEvent event(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(target, &event);
-    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    return enterOnce(target, pos, modifiers)
+        ? send<QDropEvent>(target, pos, m_allowed, m_data.get(), modifiers)
+        : Qt::IgnoreAction;
 }
 
-void DragDriver::enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers)
+bool DragDriver::enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers)
 {
     // The pointer arrives over a new widget: it leaves the last one and enters this one.
-    if (m_entered == target)
-        return;
+    if (!m_data || m_entered == target)
+        return bool(m_data);
     leave();
-    QDragEnterEvent enter(pos, m_allowed, m_data.get(), Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(target, &enter);
+    send<QDragEnterEvent>(target, pos, m_allowed, m_data.get(), modifiers);
     m_entered = target;
+    return true;
 }
 
 void DragDriver::finish(Qt::DropAction result)
 {
     leave();
-    auto finished = std::move(m_finished);
-    m_finished = nullptr;
-    if (finished)
+    if (const auto finished = std::exchange(m_finished, nullptr))
         finished(result);
 }

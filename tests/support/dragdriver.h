@@ -10,24 +10,21 @@
 
 #include <memory>
 
-// Drives the drags that controls start, as a person's pointer would on a real
-// display: while it lives, a control's drag does not end at once; the test
-// sends drag-enter, drag-move and drop events with move()/drop() and then
-// ends the drag with finish(), which runs the control's end-of-drag step.
-// Create it after the widgets it drags over: when it goes, it tells the
-// widget it last entered that the drag has left.
+// Drives the drags that controls start, as a person's pointer would: while it lives, a control's drag
+// does not end at once; the test sends drag events with move()/drop() and ends the drag with finish(),
+// which runs the control's end-of-drag step. Create it after the widgets it drags over: when it goes,
+// it tells the widget it last entered that the drag has left.
 class DragDriver
 {
 public:
     DragDriver();
     ~DragDriver();
-    DragDriver(const DragDriver &) = delete;
-    DragDriver &operator=(const DragDriver &) = delete;
+    Q_DISABLE_COPY(DragDriver)
 
     //! Whether a control has started a drag that has not been finished.
     bool dragging() const { return bool(m_finished); }
     //! The text the started drag carries.
-    QString text() const;
+    QString text() const { return m_data ? m_data->text() : QString(); }
     Qt::DropActions allowed() const { return m_allowed; }
     int started() const { return m_started; }
 
@@ -45,7 +42,8 @@ public:
                                    Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 private:
-    void enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers);
+    // False when no drag has started.
+    bool enterOnce(QWidget *target, QPoint pos, Qt::KeyboardModifiers modifiers);
     void leave();
 
     tarvonix::DragRunner::Runner m_previous;

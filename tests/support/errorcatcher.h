@@ -15,8 +15,7 @@ public:
     {
     }
     ~ErrorCatcher() { tarvonix::setErrorHandler(m_previous); }
-    ErrorCatcher(const ErrorCatcher &) = delete;
-    ErrorCatcher &operator=(const ErrorCatcher &) = delete;
+    Q_DISABLE_COPY(ErrorCatcher)
 
     const QStringList &messages() const { return m_messages; }
     void clear() { m_messages.clear(); }

@@ -38,16 +38,14 @@ inline int count(const QImage &image, const QRect &rect, const QColor &colour)
 //! How many pixels of \a rect differ from \a background.
 inline int ink(const QImage &image, const QRect &rect, const QColor &background)
 {
-    return rect.intersected(image.rect()).width() * rect.intersected(image.rect()).height()
-        - count(image, rect, background);
+    const QRect r = rect.intersected(image.rect());
+    return r.width() * r.height() - count(image, rect, background);
 }
 
 /*!
-    Whether \a image shows \a text with its top-left at \a origin, drawn in
-    \a font and \a colour over \a background, pixel for pixel: the text is
-    drawn the same way into a reference image and the two are compared over
-    the text's box. \a origin is the text's top-left as the control computed it,
-    rounded to the pixel.
+    Whether \a image shows \a text with its top-left at \a origin (as the control
+    computed it, rounded to the pixel), drawn in \a font and \a colour over
+    \a background, pixel for pixel against the same text drawn into a reference.
 */
 inline bool showsText(const QImage &image, const QPoint &origin, const QString &text, const QFont &font,
                       const QColor &colour, const QColor &background)
@@ -58,13 +56,12 @@ inline bool showsText(const QImage &image, const QPoint &origin, const QString &
     reference.fill(background);
     QFont aliased = font; // the controls draw text without antialiasing
     aliased.setStyleStrategy(QFont::NoAntialias);
-    {
-        QPainter painter(&reference);
-        painter.setRenderHint(QPainter::TextAntialiasing, false);
-        painter.setFont(aliased);
-        painter.setPen(colour);
-        painter.drawText(QPoint(0, metrics.ascent()), text);
-    }
+    QPainter painter(&reference);
+    painter.setRenderHint(QPainter::TextAntialiasing, false);
+    painter.setFont(aliased);
+    painter.setPen(colour);
+    painter.drawText(QPoint(0, metrics.ascent()), text);
+    painter.end();
     return image.copy(QRect(origin, size)) == reference;
 }
 
