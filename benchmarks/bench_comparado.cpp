@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times the same work in Tarvonix and in a QGraphicsView showing the same
 // items (rectangle and ellipse items of the same sizes and colours, a simple
 // text item where the view would print a tip), side by side.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times the keyed collection behind Objetos at N and 10N objects, prints the
 // exponent of N between the two sizes for every operation (1 is linear, 2 is
 // quadratic), and the heap taken per plain Objeto held in an Objetos.

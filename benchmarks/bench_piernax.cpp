@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times the leg view on a large leg: a full paint, and bursts of clicks with
 // the repaint that each one causes. Runs on the offscreen platform unless
 // another one is asked for; build it in the release preset for meaningful

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Keeps the library's layers apart: a folder under src/tarvonix/ includes only
 # from itself and the folders below it, and the model library (core/, model/)
 # includes nothing of Qt Widgets. The Designer plugin (src/designer/) sits above

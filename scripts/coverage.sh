@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the library and its tests with gcov instrumentation, runs the tests and
 # prints the line and branch coverage of src/. It reports; it does not judge.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the library and runs the demo host program: a winery on the map.
 # With a display it opens a window; without one it renders the map to
 # bodega.png (or to the file given with --screenshot FILE) and says where.

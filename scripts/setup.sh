@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what building and testing Tarvonix needs on Debian 12, when it is missing.
 set -euo pipefail
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the library and runs every test: first a plain debug build, then a
 # build with AddressSanitizer and UndefinedBehaviorSanitizer; checks the
 # installed and packaged library with a host program and builds the API

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The demo host: a winery's site on the map. With a display it opens a
 // window; without one, or with --screenshot FILE, it renders the map to a
 // PNG file and says where.

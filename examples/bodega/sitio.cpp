@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sitio.h"
 
 #include <tarvonix/model/referencias.h>

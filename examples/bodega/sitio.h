@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef BODEGA_SITIO_H
 #define BODEGA_SITIO_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ventanabodega.h"
 
 #include <tarvonix/map/mapax.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef BODEGA_VENTANABODEGA_H
 #define BODEGA_VENTANABODEGA_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds a small winery site with the map object model and prints it: a hall
 // with vessels and a batch, a leg of barrels with its generated tiers and
 // positions, and the hall's colour keys.

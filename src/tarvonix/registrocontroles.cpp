@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every control of the library under its ProgID. This file sits above every
 // folder: it is the one place that names them all, and the registry reaches it
 // on first use, so linking the registry links every control with it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_TARVONIX_H
 #define TARVONIX_TARVONIX_H
 

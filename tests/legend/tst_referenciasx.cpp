@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/core/error.h>
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/legend/referenciax.h>

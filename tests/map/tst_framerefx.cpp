@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/legend/referenciasx.h>
 #include <tarvonix/map/framerefx.h>
 #include <tarvonix/model/referencias.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/containers/contenedorx.h>
 #include <tarvonix/map/framex.h>
 #include <tarvonix/widgets/etiquetas.h>

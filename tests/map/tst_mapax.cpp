@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/leg/geometriaceldas.h>
 #include <tarvonix/map/framex.h>
 #include <tarvonix/map/mapax.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/caster.h>
 #include <tarvonix/model/deposito.h>
 #include <tarvonix/model/escala.h>

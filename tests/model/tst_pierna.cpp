@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/escala.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/model/pierna.h>

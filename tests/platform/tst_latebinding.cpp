@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/core/error.h>
 #include <tarvonix/model/objeto.h>
 #include <tarvonix/platform/latebinding.h>

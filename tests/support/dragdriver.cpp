@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dragdriver.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_TESTS_DRAGDRIVER_H
 #define TARVONIX_TESTS_DRAGDRIVER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "testframe.h"
 
 #include <tarvonix/model/icontenedorx.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_TESTS_TESTFRAME_H
 #define TARVONIX_TESTS_TESTFRAME_H
 

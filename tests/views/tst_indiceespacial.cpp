@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/objeto.h>
 #include <tarvonix/views/indiceespacial.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/containers/contenedorx.h>
 #include <tarvonix/leg/piernax.h>
 #include <tarvonix/map/framex.h>

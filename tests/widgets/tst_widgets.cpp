@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/surface.h>
 #include <tarvonix/widgets/dummy.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/containers/contenedorx.h>
 
 #include <tarvonix/core/error.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_CONTENEDORX_H
 #define TARVONIX_CONTENEDORX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_ERROR_H
 #define TARVONIX_ERROR_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/core/int16.h>
 
 #include <tarvonix/core/error.h>

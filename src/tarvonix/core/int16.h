@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_INT16_H
 #define TARVONIX_INT16_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_KEYEDCOLLECTION_H
 #define TARVONIX_KEYEDCOLLECTION_H
 

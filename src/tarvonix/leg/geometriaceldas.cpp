@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/leg/geometriaceldas.h>
 
 #include <tarvonix/core/error.h>

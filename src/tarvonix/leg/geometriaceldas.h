@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_GEOMETRIACELDAS_H
 #define TARVONIX_GEOMETRIACELDAS_H
 

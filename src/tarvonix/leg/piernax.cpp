@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/leg/piernax.h>
 
 #include <tarvonix/core/error.h>

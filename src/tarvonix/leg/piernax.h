@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_PIERNAX_H
 #define TARVONIX_PIERNAX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/legend/referenciasx.h>
 
 #include <tarvonix/core/error.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_REFERENCIASX_H
 #define TARVONIX_REFERENCIASX_H
 

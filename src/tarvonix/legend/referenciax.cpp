@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/legend/referenciax.h>
 
 #include <tarvonix/core/error.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_REFERENCIAX_H
 #define TARVONIX_REFERENCIAX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/map/barratitulo_p.h>
 
 #include <tarvonix/map/mapax.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_BARRATITULO_P_H
 #define TARVONIX_BARRATITULO_P_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/map/framerefx.h>
 
 #include <tarvonix/legend/referenciasx.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_FRAMEREFX_H
 #define TARVONIX_FRAMEREFX_H
 

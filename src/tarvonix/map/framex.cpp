@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/map/framex.h>
 
 #include <tarvonix/core/error.h>

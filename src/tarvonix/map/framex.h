@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_FRAMEX_H
 #define TARVONIX_FRAMEX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/map/mapax.h>
 
 #include <tarvonix/core/error.h>

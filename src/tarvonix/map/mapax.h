@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_MAPAX_H
 #define TARVONIX_MAPAX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_CASTER_H
 #define TARVONIX_CASTER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_COLOR_H
 #define TARVONIX_COLOR_H
 

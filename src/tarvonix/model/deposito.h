@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_DEPOSITO_H
 #define TARVONIX_DEPOSITO_H
 

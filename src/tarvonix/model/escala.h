@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_ESCALA_H
 #define TARVONIX_ESCALA_H
 

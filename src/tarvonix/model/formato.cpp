@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/formato.h>
 
 #include <tarvonix/core/error.h>

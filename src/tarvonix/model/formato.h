@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_FORMATO_H
 #define TARVONIX_FORMATO_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_ICONTENEDORX_H
 #define TARVONIX_ICONTENEDORX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_IMAGEN_H
 #define TARVONIX_IMAGEN_H
 

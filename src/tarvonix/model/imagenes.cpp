@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/imagenes.h>
 
 #include <tarvonix/core/int16.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_IMAGENES_H
 #define TARVONIX_IMAGENES_H
 

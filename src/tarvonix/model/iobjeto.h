@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_IOBJETO_H
 #define TARVONIX_IOBJETO_H
 

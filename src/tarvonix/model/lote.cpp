@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/lote.h>
 
 namespace tarvonix {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_LOTE_H
 #define TARVONIX_LOTE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_OBJETO_H
 #define TARVONIX_OBJETO_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/objetocomun.h>
 
 #include <tarvonix/model/referencias.h>

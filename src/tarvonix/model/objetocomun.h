@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_OBJETOCOMUN_H
 #define TARVONIX_OBJETOCOMUN_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_OBJETOS_H
 #define TARVONIX_OBJETOS_H
 

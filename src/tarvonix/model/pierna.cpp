@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/model/pierna.h>
 
 #include <tarvonix/model/escala.h>

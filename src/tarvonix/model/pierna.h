@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_PIERNA_H
 #define TARVONIX_PIERNA_H
 

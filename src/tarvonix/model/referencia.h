@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_REFERENCIA_H
 #define TARVONIX_REFERENCIA_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_REFERENCIAS_H
 #define TARVONIX_REFERENCIAS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_UBICACION_H
 #define TARVONIX_UBICACION_H
 

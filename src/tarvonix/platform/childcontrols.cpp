@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/platform/childcontrols.h>
 
 #include <tarvonix/platform/controlregistry.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_CHILDCONTROLS_H
 #define TARVONIX_CHILDCONTROLS_H
 

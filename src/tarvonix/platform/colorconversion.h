@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_COLORCONVERSION_H
 #define TARVONIX_COLORCONVERSION_H
 

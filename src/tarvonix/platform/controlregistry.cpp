@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/platform/controlregistry.h>
 
 #include <tarvonix/core/error.h>

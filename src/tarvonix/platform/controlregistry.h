@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_CONTROLREGISTRY_H
 #define TARVONIX_CONTROLREGISTRY_H
 

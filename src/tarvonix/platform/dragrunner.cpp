@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/platform/dragrunner.h>
 
 #include <QDrag>

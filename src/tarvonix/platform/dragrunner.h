@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_DRAGRUNNER_H
 #define TARVONIX_DRAGRUNNER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/platform/errortrap.h>
 
 #include <tarvonix/core/error.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_ERRORTRAP_H
 #define TARVONIX_ERRORTRAP_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/platform/latebinding.h>
 
 #include <tarvonix/core/error.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_LATEBINDING_H
 #define TARVONIX_LATEBINDING_H
 

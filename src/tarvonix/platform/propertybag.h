@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_PROPERTYBAG_H
 #define TARVONIX_PROPERTYBAG_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_SHIFTSTATE_H
 #define TARVONIX_SHIFTSTATE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_STYLECODES_H
 #define TARVONIX_STYLECODES_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/platform/surface.h>
 
 #include <tarvonix/platform/colorconversion.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_SURFACE_H
 #define TARVONIX_SURFACE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_IFRAMEX_H
 #define TARVONIX_IFRAMEX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_IMAPAX_H
 #define TARVONIX_IMAPAX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/views/indiceespacial.h>
 
 #include <algorithm>

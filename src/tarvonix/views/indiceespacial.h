@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_INDICEESPACIAL_H
 #define TARVONIX_INDICEESPACIAL_H
 

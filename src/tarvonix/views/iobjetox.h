@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_IOBJETOX_H
 #define TARVONIX_IOBJETOX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/views/vistax.h>
 #include <tarvonix/views/vistax_p.h>
 

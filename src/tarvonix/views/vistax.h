@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_VISTAX_H
 #define TARVONIX_VISTAX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/widgets/dummy.h>
 
 #include <tarvonix/platform/colorconversion.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_DUMMY_H
 #define TARVONIX_DUMMY_H
 

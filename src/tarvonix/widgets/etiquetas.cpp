@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tarvonix/widgets/etiquetas.h>
 
 #include <tarvonix/core/error.h>

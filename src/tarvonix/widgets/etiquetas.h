@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef TARVONIX_ETIQUETAS_H
 #define TARVONIX_ETIQUETAS_H
 
