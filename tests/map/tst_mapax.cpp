@@ -20,7 +20,6 @@ using namespace naves;
 using namespace Qt::StringLiterals;
 
 namespace {
-
 // A shown 700 x 500 map holding "NA" (with keys) and "NB" (without, its vessels out of line), neither shown.
 struct Sitio
 {
@@ -29,7 +28,8 @@ struct Sitio
     ObjetoPtr a = nave(u"A"_s, u"N"_s, true);
     ObjetoPtr b = nave(u"B"_s, u"N"_s, false, {{10, 10, 50, 40}, {70, 70, 60, 40}, {150, 30, 50, 20}});
     DragDriver driver; // made after the map, which it may enter
-
+    QSignalSpy click{&mapa, &MapaX::Click}, enter{&mapa, &MapaX::Enter}, right{&mapa, &MapaX::RightClick};
+    QSignalSpy drop{&mapa, &MapaX::Drop}, moved{&mapa, &MapaX::moved};
     Sitio()
     {
         mapa.resize(700, 500);
@@ -43,7 +43,6 @@ struct Sitio
         return frame(obj->getTipo() + obj->getCodigo())->findChild<QWidget *>(u"conten"_s);
     }
 };
-
 } // namespace
 
 using Accion = std::function<void(Sitio &)>;
@@ -52,285 +51,260 @@ Q_DECLARE_METATYPE(Accion)
 class tst_MapaX : public QObject
 {
     Q_OBJECT
-
 private Q_SLOTS:
-    void activeFrameAndKeys();
-    void legendFollowsTheActiveFrame();
-    void layoutRequestsRunOnTheNextTick_data();
-    void layoutRequestsRunOnTheNextTick();
-    void framesAreFittedAndMovedByTheirTitle();
-    void failures_data();
-    void failures();
-    void roadThroughTheControls();
+    void activeFrameAndKeys()
+    {
+        Sitio s;
+        QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"NA"_s, u"NB"_s}));
+        QVERIFY(s.frame(u"NA"_s)->isHidden() && !s.mapa.getFrame()); // added frames wait for show()
+        QTest::keyClick(&s.mapa, Qt::Key_Return); // nothing active: the keys raise nothing
+        QTest::keyClick(&s.mapa, Qt::Key_Menu);
+        s.mapa.show(s.b);
+        s.mapa.show(s.a);
+        s.mapa.hide(s.a); // hiding keeps the active frame
+        QCOMPARE(s.mapa.getFrame(), ObjetoPtr(s.a));
+        QVERIFY(s.mapa.getSelected() && !s.frame(u"NB"_s)->pActive());
+        QTest::keyClick(&s.mapa, Qt::Key_Enter); // an active frame, no active object: Enter names the frame's
+        QTest::keyClick(&s.mapa, Qt::Key_Menu); // a frame is no map object: nothing is raised
+        QVERIFY(s.right.isEmpty() && s.enter.count() == 1 && s.enter.at(0).at(0).value<ObjetoPtr>() == s.a);
+        // Shown again, the active frame stays active for the pointer, and keeps its active object.
+        s.mapa.show(s.a);
+        s.mapa.show(s.a);
+        const ObjetoPtr d1 = s.a->getObjetos()->Item(1);
+        QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
+        QVERIFY(s.click.count() == 1 && s.click.at(0).at(0).value<ObjetoPtr>() == d1);
+        s.mapa.show(s.a);
+        QVERIFY(s.frame(u"NA"_s)->pActive() && s.mapa.getActive() == d1);
+        // The menu key reports the active object, and whether more than it is selected.
+        s.mapa.seleccionarTodos(s.a);
+        QTest::keyClick(&s.mapa, Qt::Key_Menu);
+        s.mapa.deseleccionarTodos(s.a);
+        s.mapa.seleccionar(s.a, u"AD1"_s);
+        QTest::keyClick(&s.mapa, Qt::Key_Menu);
+        QVERIFY(s.right.count() == 2 && s.right.at(0).at(0).value<ObjetoPtr>() == d1);
+        QVERIFY(s.right.at(0).at(1).toBool() && !s.right.at(1).at(1).toBool());
+        s.mapa.remove(s.b); // even an inactive frame's removal leaves nothing active
+        QVERIFY(!s.mapa.getFrame() && !s.mapa.getActive() && !s.mapa.getSelected() && !s.frame(u"NB"_s));
+        // setObjeto with no active frame adds and shows; with another code replaces; with the same code swaps.
+        s.mapa.setObjeto(nave(u"1"_s));
+        s.mapa.setObjeto(nave(u"2"_s));
+        QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"NA"_s, u"N2"_s}));
+        const auto otroDos = nave(u"2"_s);
+        s.mapa.setObjeto(otroDos);
+        QCOMPARE(s.frame(u"N2"_s)->getObjeto(), ObjetoPtr(otroDos));
+        s.mapa.removeAll();
+        QCOMPARE(s.mapa.controlNames(), QStringList{u"thread"_s});
+        s.mapa.setSelected(true); // only redraws: reading answers false
+        QVERIFY(!s.mapa.selected() && s.errors.messages().isEmpty());
+    }
+
+    void legendFollowsTheActiveFrame()
+    {
+        Sitio s;
+        s.mapa.show(s.a);
+        QVERIFY(!s.mapa.control(u"REF"_s)); // not asked for yet
+        s.mapa.ShowReferences();
+        QWidget *leyenda = s.mapa.control(u"REF"_s);
+        QVERIFY(leyenda && leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RT"_s)); // a row per key
+        QCOMPARE(leyenda->pos(), QPoint(2, 2));
+        s.mapa.show(s.b); // no list at all: hidden
+        QVERIFY(leyenda->isHidden());
+        s.mapa.show(s.a);
+        const QSize tamano = leyenda->size();
+        s.b->setReferencias(std::make_shared<Referencias>()); // an empty list changes nothing: the keys stay
+        s.mapa.show(s.b);
+        QVERIFY(leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RV"_s) && leyenda->size() == tamano);
+        QTest::mousePress(leyenda->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, {}, QPoint(5, 5));
+        s.mapa.show(s.a); // closed by its own button, the legend is not wanted any more
+        QVERIFY(!s.mapa.control(u"REF"_s));
+    }
+
+    void layoutRequestsRunOnTheNextTick_data()
+    {
+        QTest::addColumn<int>("movidos");
+        QTest::addColumn<QString>("despues");
+        QTest::newRow("alinearHorizontal") << 3 << u"10,10 50x40|70,10 60x40|150,10 50x20"_s;
+        QTest::newRow("alinearVertical") << 3 << u"10,10 50x40|10,70 60x40|10,30 50x20"_s;
+        QTest::newRow("igualarDimension") << 3 << u"10,10 50x40|70,70 50x40|150,30 50x40"_s;
+        QTest::newRow("distribuirHorizontal") << 1 << u"10,10 50x40|74,70 60x40|150,30 50x20"_s;
+        QTest::newRow("distribuirVertical") << 1 << u"10,10 50x40|70,70 60x40|150,49 50x20"_s;
+    }
+    void layoutRequestsRunOnTheNextTick()
+    {
+        QFETCH(int, movidos);
+        QFETCH(QString, despues);
+        Sitio s;
+        s.mapa.show(s.b);
+        s.frame(u"NB"_s)->seleccionarTodos();
+        s.mapa.callbacks()->setActive(s.b->getObjetos()->Item(1), s.frame(u"NB"_s), 1);
+        // Another request first, within the same tick: only the last one runs, and not inside the call.
+        const QByteArray tag = QTest::currentDataTag();
+        QMetaObject::invokeMethod(&s.mapa, tag == "alinearVertical" ? "igualarDimension" : "alinearVertical");
+        QMetaObject::invokeMethod(&s.mapa, tag.constData());
+        QCOMPARE(s.moved.count(), 0);
+        QTest::qWait(50); // several ticks: it runs once
+        QCOMPARE(s.moved.count(), movidos);
+        QStringList hechos;
+        for (const ObjetoPtr &o : s.b->getObjetos()->NewEnum())
+            hechos << u"%1,%2 %3x%4"_s.arg(o->getX()).arg(o->getY()).arg(o->getAncho()).arg(o->getAlto());
+        QCOMPARE(hechos.join(u'|'), despues);
+    }
+
+    void framesAreFittedAndMovedByTheirTitle()
+    {
+        Sitio s;
+        FrameX *frame = s.frame(u"NA"_s), *otro = s.frame(u"NB"_s);
+        otro->move(500, 400);
+        s.mapa.resized(); // pushed back inside, 2 pixels from the right and bottom edges
+        QCOMPARE(otro->pos(), QPoint(700 - otro->width() - 2, 500 - otro->height() - 2));
+        s.mapa.add(nave(u"G"_s, u"N"_s, false, {{10, 10, 2000, 40}}));
+        QCOMPARE(s.frame(u"NG"_s)->width(), 698); // limited by the map
+        s.frame(u"NG"_s)->move(300, 0);
+        s.mapa.resize(700, 501); // a real resize fits every frame too; one as wide as the map goes to 1
+        QCOMPARE(s.frame(u"NG"_s)->x(), 1);
+        // A frame moves by its title, as a drag of its name.
+        s.mapa.show(s.a);
+        QWidget *titulo = frame->findChild<QWidget *>(u"titulo"_s);
+        QTest::mousePress(titulo, Qt::LeftButton, Qt::NoModifier, QPoint(30, 8));
+        arrastrar(titulo, QPoint(40, 8));
+        QVERIFY(s.driver.text() == u"NA"_s && s.driver.allowed() == Qt::MoveAction);
+        // While it moves: the frame hides behind one outline, every control is disabled.
+        QWidget *caja = s.mapa.control(u"caja"_s);
+        QVERIFY(frame->isHidden() && caja && !otro->isEnabled());
+        QCOMPARE(caja->geometry(), frame->geometry());
+        const QPoint agarre = titulo->pos() + QPoint(40, 8);
+        QCOMPARE(s.driver.move(&s.mapa, QPoint(400, 300)), Qt::MoveAction);
+        QCOMPARE(caja->pos(), QPoint(400, 300) - agarre);
+        QCOMPARE(s.driver.drop(&s.mapa, QPoint(420, 310)), Qt::MoveAction);
+        s.driver.finish(Qt::MoveAction);
+        QCOMPARE(frame->pos(), QPoint(420, 310) - agarre);
+        QVERIFY(!frame->isHidden() && otro->isEnabled() && !s.mapa.control(u"caja"_s));
+        QMimeData ajeno;
+        ajeno.setText(u"NB"_s); // a frame's name dropped when nothing moves is refused
+        QCOMPARE(DragDriver::dropData(&s.mapa, QPoint(10, 10), &ajeno), Qt::IgnoreAction);
+    }
+
+    void failures_data()
+    {
+        QTest::addColumn<Accion>("accion");
+        QTest::addColumn<QStringList>("etiquetas");
+        const QString noHay = u"->Control not found"_s;
+        const QString sinMiembro = u"->Object doesn't support this property or method"_s;
+        const QString sinObjeto = u"->Object variable or With block variable not set"_s;
+        const QString repetido = u"->This key is already associated with an element of this collection"_s;
+        QTest::newRow("add") << Accion([](Sitio &s) { s.mapa.add(nave({}, u"NA"_s)); s.mapa.add(nullptr); })
+                             << QStringList{"MapaX.add" + repetido, "MapaX.add" + sinObjeto};
+        QTest::newRow("a missing frame") << Accion([](Sitio &s) {
+            const auto nunca = nave(u"Z"_s);
+            s.mapa.seleccionar(nunca, u"ZD1"_s); // the selections and isMember are quiet
+            QVERIFY(!s.mapa.isMember(nunca) && !s.mapa.isMember(nullptr));
+            for (auto paso : {&MapaX::seleccionarTodos, &MapaX::deseleccionarTodos, &MapaX::show, &MapaX::hide,
+                              &MapaX::Refresh, &MapaX::remove})
+                (s.mapa.*paso)(nunca);
+            s.mapa.setEscala(nunca, 2.0f);
+            s.mapa.remove(nullptr); // the legend, never shown
+        }) << QStringList{"MapaX.show" + noHay, "MapaX.hide" + noHay, "MapaX.Refresh" + noHay,
+                          "MapaX.remove" + noHay, "MapaX.setEscala" + noHay, "MapaX.remove" + noHay};
+        QTest::newRow("setObjeto under another type")
+            << Accion([](Sitio &s) { s.mapa.show(s.b); s.mapa.setObjeto(nave(u"B"_s, u"X"_s)); })
+            << QStringList{"MapaX.setObjeto" + noHay};
+        QTest::newRow("layout with no active frame") << Accion([](Sitio &s) { s.mapa.igualarDimension(); })
+                                                     << QStringList{"MapaX.thread.Timer" + sinObjeto};
+        // The walk stops at the legend, after locking the frames before it: a Shift-drag moves nothing there.
+        QTest::newRow("lock walk stops at the legend") << Accion([](Sitio &s) {
+            s.mapa.show(s.a);
+            s.mapa.ShowReferences();
+            s.mapa.show(s.b);
+            s.mapa.setBloqueo(true);
+            QTest::mousePress(s.conten(s.b), Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
+            arrastrar(s.conten(s.b), QPoint(37, 17));
+            QVERIFY(s.driver.dragging());
+            QCOMPARE(s.driver.drop(s.conten(s.b), QPoint(37, 17), Qt::ShiftModifier), Qt::IgnoreAction);
+            s.driver.finish();
+        }) << QStringList{"MapaX.setBloqueo" + sinMiembro};
+        // While a frame moves, the outline answers no fitting and no second outline can be made.
+        QTest::newRow("resize and move while moving") << Accion([](Sitio &s) {
+            s.mapa.startMove(s.frame(u"NA"_s));
+            s.mapa.resize(s.mapa.width() + 10, s.mapa.height());
+            s.mapa.startMove(s.frame(u"NA"_s));
+            s.driver.finish();
+            s.driver.finish();
+        }) << QStringList{"MapaX.UserControl_Resize" + sinMiembro, "MapaX.dibujarCaja" + repetido};
+        QTest::newRow("legend closed while moving") << Accion([](Sitio &s) {
+            s.mapa.show(s.a);
+            s.mapa.ShowReferences();
+            s.mapa.startMove(s.mapa.control(u"REF"_s));
+            s.mapa.remove(nullptr);
+            QCOMPARE(s.driver.drop(&s.mapa, QPoint(50, 50)), Qt::IgnoreAction); // nothing left to move
+            s.driver.finish();
+        }) << QStringList{"MapaX.UserControl_OLEGiveFeedback" + noHay, "MapaX.completeMove" + noHay};
+        // A host deletes the whole map while one of its frames moves: the drag's end finds nothing.
+        QTest::newRow("map deleted while moving") << Accion([](Sitio &s) {
+            auto *efimero = new MapaX;
+            efimero->add(s.a);
+            efimero->startMove(efimero->control(u"NA"_s));
+            delete efimero;
+            QVERIFY(s.driver.dragging());
+            s.driver.finish();
+        }) << QStringList();
+    }
+    void failures()
+    {
+        QFETCH(Accion, accion);
+        QFETCH(QStringList, etiquetas);
+        Sitio s;
+        accion(s);
+        QTRY_COMPARE(s.errors.messages(), etiquetas);
+        // Whatever failed, no move outline and no disabled control remain.
+        QVERIFY(!s.mapa.control(u"caja"_s));
+        for (const QString &nombre : s.mapa.controlNames().mid(1))
+            QVERIFY(s.mapa.control(nombre)->isEnabled());
+    }
+
+    // Root objects pass through the real map, frames, container and leg view, as a host uses them.
+    void roadThroughTheControls()
+    {
+        Sitio s;
+        QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
+        auto pierna = std::make_shared<Pierna>();
+        pierna->setCodigo(u"1"_s);
+        pierna->setEscalas(1);
+        pierna->setEscala(1, 4);
+        auto barrica = std::make_shared<Lote>();
+        barrica->setCodigo(u"B1"_s);
+        barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
+        pierna->setObjeto(1, 2, barrica);
+        s.mapa.add(pierna);
+        s.frame(u"P1"_s)->move(380, 20);
+        s.mapa.show(pierna);
+        s.mapa.show(s.a);
+        QWidget *vistaPierna = s.conten(pierna);
+        const QPoint celda =
+            GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
+        // A click on a vessel arrives as Click, and takes the keyboard from the host's field: Enter names it.
+        QLineEdit campo(&s.mapa);
+        campo.show();
+        campo.setFocus();
+        const ObjetoPtr d2 = s.a->getObjetos()->Item(2);
+        QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(95, 30));
+        QVERIFY(s.click.last().at(0).value<ObjetoPtr>() == d2 && QApplication::focusWidget() == &s.mapa);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(s.enter.last().at(0).value<ObjetoPtr>(), d2);
+        QTest::mouseClick(vistaPierna, Qt::LeftButton, Qt::NoModifier, celda);
+        QVERIFY(s.click.last().at(0).value<ObjetoPtr>() == barrica && s.mapa.getFrame() == pierna);
+        // The barrel dragged from the leg onto a vessel arrives as Drop, with the leg's selection.
+        QTest::mousePress(vistaPierna, Qt::LeftButton, Qt::NoModifier, celda);
+        arrastrar(vistaPierna, celda + QPoint(0, 8));
+        QCOMPARE(s.driver.drop(s.conten(s.a), QPoint(95, 30)), Qt::CopyAction);
+        s.driver.finish(Qt::CopyAction);
+        s.mapa.IMapaX_Droped(u"NZ"_s, s.a, 0); // from a frame that is gone: nothing
+        const auto origen = s.drop.value(0).value(0).value<std::shared_ptr<Objetos>>();
+        QVERIFY(s.drop.count() == 1 && origen->count() == 1 && origen->Item(1) == barrica);
+        QCOMPARE(s.drop.at(0).at(1).value<ObjetoPtr>(), d2);
+        QTest::mousePress(s.frame(u"P1"_s)->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, {}, QPoint(5, 5));
+        QVERIFY(!s.mapa.isMember(pierna) && s.mapa.isMember(s.a) && s.errors.messages().isEmpty());
+    }
 };
-
-void tst_MapaX::activeFrameAndKeys()
-{
-    Sitio s;
-    QSignalSpy click(&s.mapa, &MapaX::Click), enter(&s.mapa, &MapaX::Enter), right(&s.mapa, &MapaX::RightClick);
-    QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"NA"_s, u"NB"_s}));
-    QVERIFY(s.frame(u"NA"_s)->isHidden() && !s.mapa.getFrame()); // added frames wait for show()
-    QTest::keyClick(&s.mapa, Qt::Key_Return); // nothing active: the keys raise nothing
-    QTest::keyClick(&s.mapa, Qt::Key_Menu);
-    s.mapa.show(s.b);
-    s.mapa.show(s.a);
-    s.mapa.hide(s.a); // hiding keeps the active frame
-    QCOMPARE(s.mapa.getFrame(), ObjetoPtr(s.a));
-    QVERIFY(s.mapa.getSelected() && !s.frame(u"NB"_s)->pActive());
-    QTest::keyClick(&s.mapa, Qt::Key_Enter); // an active frame and no active object: Enter names the frame's
-    QTest::keyClick(&s.mapa, Qt::Key_Menu); // a frame is no map object: nothing is raised
-    QVERIFY(right.isEmpty() && enter.count() == 1 && enter.at(0).at(0).value<ObjetoPtr>() == s.a);
-    // Shown again, the active frame stays active for the pointer, and keeps its active object.
-    s.mapa.show(s.a);
-    s.mapa.show(s.a);
-    const ObjetoPtr d1 = s.a->getObjetos()->Item(1);
-    QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
-    QVERIFY(click.count() == 1 && click.at(0).at(0).value<ObjetoPtr>() == d1);
-    s.mapa.show(s.a);
-    QVERIFY(s.frame(u"NA"_s)->pActive() && s.mapa.getActive() == d1);
-    // The menu key reports the active object, and whether more than it is selected.
-    s.mapa.seleccionarTodos(s.a);
-    QTest::keyClick(&s.mapa, Qt::Key_Menu);
-    s.mapa.deseleccionarTodos(s.a);
-    s.mapa.seleccionar(s.a, u"AD1"_s);
-    QTest::keyClick(&s.mapa, Qt::Key_Menu);
-    QVERIFY(right.count() == 2 && right.at(0).at(0).value<ObjetoPtr>() == d1);
-    QVERIFY(right.at(0).at(1).toBool() && !right.at(1).at(1).toBool());
-    // Removing a frame, even an inactive one, leaves no active frame or object.
-    s.mapa.remove(s.b);
-    QVERIFY(!s.mapa.getFrame() && !s.mapa.getActive() && !s.mapa.getSelected() && !s.frame(u"NB"_s));
-    // setObjeto with no active frame adds and shows; with another code replaces; with the same code swaps.
-    s.mapa.setObjeto(nave(u"1"_s));
-    s.mapa.setObjeto(nave(u"2"_s));
-    QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"NA"_s, u"N2"_s}));
-    const auto otroDos = nave(u"2"_s);
-    s.mapa.setObjeto(otroDos);
-    QCOMPARE(s.frame(u"N2"_s)->getObjeto(), ObjetoPtr(otroDos));
-    s.mapa.removeAll();
-    QCOMPARE(s.mapa.controlNames(), QStringList{u"thread"_s});
-    s.mapa.setSelected(true); // only redraws: reading answers false
-    QVERIFY(!s.mapa.selected() && s.errors.messages().isEmpty());
-}
-
-void tst_MapaX::legendFollowsTheActiveFrame()
-{
-    Sitio s;
-    s.mapa.show(s.a);
-    QVERIFY(!s.mapa.control(u"REF"_s)); // not asked for yet
-    s.mapa.ShowReferences();
-    QWidget *leyenda = s.mapa.control(u"REF"_s);
-    QVERIFY(leyenda && leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RT"_s)); // a row per key
-    QCOMPARE(leyenda->pos(), QPoint(2, 2));
-    s.mapa.show(s.b); // no list at all: hidden
-    QVERIFY(leyenda->isHidden());
-    s.mapa.show(s.a);
-    const QSize tamano = leyenda->size();
-    s.b->setReferencias(std::make_shared<Referencias>()); // an empty list changes nothing: the keys stay
-    s.mapa.show(s.b);
-    QVERIFY(leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RV"_s) && leyenda->size() == tamano);
-    // Closed with its own button, and not wanted any more.
-    QTest::mousePress(leyenda->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
-    s.mapa.show(s.a);
-    QVERIFY(!s.mapa.control(u"REF"_s));
-}
-
-void tst_MapaX::layoutRequestsRunOnTheNextTick_data()
-{
-    // NB's D1 (10,10) 50x40 is the active example; D2 is at (70,70) 60x40 and D3 at (150,30) 50x20.
-    QTest::addColumn<int>("movidos");
-    QTest::addColumn<QString>("despues");
-    QTest::newRow("alinearHorizontal") << 3 << u"10,10 50x40|70,10 60x40|150,10 50x20"_s;
-    QTest::newRow("alinearVertical") << 3 << u"10,10 50x40|10,70 60x40|10,30 50x20"_s;
-    QTest::newRow("igualarDimension") << 3 << u"10,10 50x40|70,70 50x40|150,30 50x40"_s;
-    QTest::newRow("distribuirHorizontal") << 1 << u"10,10 50x40|74,70 60x40|150,30 50x20"_s;
-    QTest::newRow("distribuirVertical") << 1 << u"10,10 50x40|70,70 60x40|150,49 50x20"_s;
-}
-
-void tst_MapaX::layoutRequestsRunOnTheNextTick()
-{
-    QFETCH(int, movidos);
-    QFETCH(QString, despues);
-    Sitio s;
-    s.mapa.show(s.b);
-    s.frame(u"NB"_s)->seleccionarTodos();
-    s.mapa.callbacks()->setActive(s.b->getObjetos()->Item(1), s.frame(u"NB"_s), 1);
-    QSignalSpy moved(&s.mapa, &MapaX::moved);
-    // Another request first, within the same tick: only the last one runs, and not inside the call.
-    const char *tag = QTest::currentDataTag();
-    QMetaObject::invokeMethod(&s.mapa, qstrcmp(tag, "alinearVertical") ? "alinearVertical" : "igualarDimension");
-    QMetaObject::invokeMethod(&s.mapa, tag);
-    QCOMPARE(moved.count(), 0);
-    QTest::qWait(50); // several ticks: it runs once
-    QCOMPARE(moved.count(), movidos);
-    QStringList hechos;
-    for (const ObjetoPtr &o : s.b->getObjetos()->NewEnum())
-        hechos << u"%1,%2 %3x%4"_s.arg(o->getX()).arg(o->getY()).arg(o->getAncho()).arg(o->getAlto());
-    QCOMPARE(hechos.join(u'|'), despues);
-}
-
-void tst_MapaX::framesAreFittedAndMovedByTheirTitle()
-{
-    Sitio s;
-    FrameX *frame = s.frame(u"NA"_s), *otro = s.frame(u"NB"_s);
-    otro->move(500, 400);
-    s.mapa.resized(); // pushed back inside, 2 pixels from the right and bottom edges
-    QCOMPARE(otro->pos(), QPoint(700 - otro->width() - 2, 500 - otro->height() - 2));
-    s.mapa.add(nave(u"G"_s, u"N"_s, false, {{10, 10, 2000, 40}}));
-    QCOMPARE(s.frame(u"NG"_s)->width(), 698); // limited by the map
-    s.frame(u"NG"_s)->move(300, 0);
-    s.mapa.resize(700, 501); // a real resize fits every frame too; one as wide as the map goes to 1
-    QCOMPARE(s.frame(u"NG"_s)->x(), 1);
-    // A frame moves by its title, as a drag of its name.
-    s.mapa.show(s.a);
-    QWidget *titulo = frame->findChild<QWidget *>(u"titulo"_s);
-    QTest::mousePress(titulo, Qt::LeftButton, Qt::NoModifier, QPoint(30, 8));
-    arrastrar(titulo, QPoint(40, 8));
-    QVERIFY(s.driver.text() == u"NA"_s && s.driver.allowed() == Qt::MoveAction);
-    // While it moves: the frame hides behind one outline, every control is disabled.
-    QWidget *caja = s.mapa.control(u"caja"_s);
-    QVERIFY(frame->isHidden() && caja && !otro->isEnabled());
-    QCOMPARE(caja->geometry(), frame->geometry());
-    const QPoint agarre = titulo->pos() + QPoint(40, 8);
-    QCOMPARE(s.driver.move(&s.mapa, QPoint(400, 300)), Qt::MoveAction);
-    QCOMPARE(caja->pos(), QPoint(400, 300) - agarre);
-    QCOMPARE(s.driver.drop(&s.mapa, QPoint(420, 310)), Qt::MoveAction);
-    s.driver.finish(Qt::MoveAction);
-    QCOMPARE(frame->pos(), QPoint(420, 310) - agarre);
-    QVERIFY(!frame->isHidden() && otro->isEnabled() && !s.mapa.control(u"caja"_s));
-    // A frame's name dropped when nothing moves is refused, and the frame stays.
-    QMimeData ajeno;
-    ajeno.setText(u"NB"_s);
-    QCOMPARE(DragDriver::dropData(&s.mapa, QPoint(10, 10), &ajeno), Qt::IgnoreAction);
-}
-
-void tst_MapaX::failures_data()
-{
-    QTest::addColumn<Accion>("accion");
-    QTest::addColumn<QStringList>("etiquetas");
-    const QString noHay = u"->Control not found"_s;
-    const QString sinObjeto = u"->Object variable or With block variable not set"_s;
-    const QString sinMiembro = u"->Object doesn't support this property or method"_s;
-    const QString repetido = u"->This key is already associated with an element of this collection"_s;
-    QTest::newRow("add") << Accion([](Sitio &s) {
-        s.mapa.add(nave({}, u"NA"_s));
-        s.mapa.add(nullptr);
-    }) << QStringList{"MapaX.add" + repetido, "MapaX.add" + sinObjeto};
-    QTest::newRow("a missing frame") << Accion([](Sitio &s) {
-        const auto nunca = nave(u"Z"_s);
-        s.mapa.seleccionar(nunca, u"ZD1"_s); // the selections and isMember are quiet
-        QVERIFY(!s.mapa.isMember(nunca) && !s.mapa.isMember(nullptr));
-        using Paso = void (MapaX::*)(const ObjetoPtr &);
-        for (Paso paso : std::initializer_list<Paso>{&MapaX::seleccionarTodos, &MapaX::deseleccionarTodos,
-                                                     &MapaX::show, &MapaX::hide, &MapaX::Refresh, &MapaX::remove})
-            (s.mapa.*paso)(nunca);
-        s.mapa.setEscala(nunca, 2.0f);
-        s.mapa.remove(nullptr); // the legend, never shown
-    }) << QStringList{"MapaX.show" + noHay, "MapaX.hide" + noHay, "MapaX.Refresh" + noHay,
-                      "MapaX.remove" + noHay, "MapaX.setEscala" + noHay, "MapaX.remove" + noHay};
-    QTest::newRow("setObjeto under another type") << Accion([](Sitio &s) {
-        s.mapa.show(s.b);
-        s.mapa.setObjeto(nave(u"B"_s, u"X"_s));
-    }) << QStringList{"MapaX.setObjeto" + noHay};
-    QTest::newRow("layout with no active frame") << Accion([](Sitio &s) { s.mapa.igualarDimension(); })
-                                                 << QStringList{"MapaX.thread.Timer" + sinObjeto};
-    // The walk stops at the legend, after locking the frames before it: a Shift-drag moves nothing there.
-    QTest::newRow("lock walk stops at the legend") << Accion([](Sitio &s) {
-        s.mapa.show(s.a);
-        s.mapa.ShowReferences();
-        s.mapa.show(s.b);
-        s.mapa.setBloqueo(true);
-        QTest::mousePress(s.conten(s.b), Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
-        arrastrar(s.conten(s.b), QPoint(37, 17));
-        QVERIFY(s.driver.dragging());
-        QCOMPARE(s.driver.drop(s.conten(s.b), QPoint(37, 17), Qt::ShiftModifier), Qt::IgnoreAction);
-        s.driver.finish();
-    }) << QStringList{"MapaX.setBloqueo" + sinMiembro};
-    // While a frame moves, the outline answers no fitting and no second outline can be made.
-    QTest::newRow("resize and move while moving") << Accion([](Sitio &s) {
-        s.mapa.startMove(s.frame(u"NA"_s));
-        s.mapa.resize(s.mapa.width() + 10, s.mapa.height());
-        s.mapa.startMove(s.frame(u"NA"_s));
-        s.driver.finish();
-        s.driver.finish();
-    }) << QStringList{"MapaX.UserControl_Resize" + sinMiembro, "MapaX.dibujarCaja" + repetido};
-    QTest::newRow("legend closed while moving") << Accion([](Sitio &s) {
-        s.mapa.show(s.a);
-        s.mapa.ShowReferences();
-        s.mapa.startMove(s.mapa.control(u"REF"_s));
-        s.mapa.remove(nullptr);
-        QCOMPARE(s.driver.drop(&s.mapa, QPoint(50, 50)), Qt::IgnoreAction); // nothing left to move
-        s.driver.finish();
-    }) << QStringList{"MapaX.UserControl_OLEGiveFeedback" + noHay, "MapaX.completeMove" + noHay};
-    // A host deletes the whole map while one of its frames moves: the drag's end finds nothing.
-    QTest::newRow("map deleted while moving") << Accion([](Sitio &s) {
-        auto *efimero = new MapaX;
-        efimero->add(s.a);
-        efimero->startMove(efimero->control(u"NA"_s));
-        delete efimero;
-        QVERIFY(s.driver.dragging());
-        s.driver.finish();
-    }) << QStringList();
-}
-
-void tst_MapaX::failures()
-{
-    QFETCH(Accion, accion);
-    QFETCH(QStringList, etiquetas);
-    Sitio s;
-    accion(s);
-    QTRY_COMPARE(s.errors.messages(), etiquetas);
-    // Whatever failed, no move outline and no disabled control remain.
-    QVERIFY(!s.mapa.control(u"caja"_s));
-    for (const QString &nombre : s.mapa.controlNames().mid(1))
-        QVERIFY(s.mapa.control(nombre)->isEnabled());
-}
-
-// Root objects pass through the real map, frames, container and leg view, as a host uses them.
-void tst_MapaX::roadThroughTheControls()
-{
-    Sitio s;
-    QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
-    QSignalSpy click(&s.mapa, &MapaX::Click), drop(&s.mapa, &MapaX::Drop), enter(&s.mapa, &MapaX::Enter);
-    auto pierna = std::make_shared<Pierna>();
-    pierna->setCodigo(u"1"_s);
-    pierna->setEscalas(1);
-    pierna->setEscala(1, 4);
-    auto barrica = std::make_shared<Lote>();
-    barrica->setCodigo(u"B1"_s);
-    barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
-    pierna->setObjeto(1, 2, barrica);
-    s.mapa.add(pierna);
-    s.frame(u"P1"_s)->move(380, 20);
-    s.mapa.show(pierna);
-    s.mapa.show(s.a);
-    QWidget *vistaPierna = s.conten(pierna);
-    const QPoint celda =
-        GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
-    // A click on a vessel arrives as Click, and takes the keyboard from the host's field: Enter names it.
-    QLineEdit campo(&s.mapa);
-    campo.show();
-    campo.setFocus();
-    const ObjetoPtr d2 = s.a->getObjetos()->Item(2);
-    QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(95, 30));
-    QVERIFY(click.last().at(0).value<ObjetoPtr>() == d2 && QApplication::focusWidget() == &s.mapa);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    QCOMPARE(enter.last().at(0).value<ObjetoPtr>(), d2);
-    // A click on a barrel makes the leg's frame the active one.
-    QTest::mouseClick(vistaPierna, Qt::LeftButton, Qt::NoModifier, celda);
-    QVERIFY(click.last().at(0).value<ObjetoPtr>() == barrica && s.mapa.getFrame() == pierna);
-    // The barrel dragged from the leg onto a vessel arrives as Drop, with the leg's selection.
-    QTest::mousePress(vistaPierna, Qt::LeftButton, Qt::NoModifier, celda);
-    arrastrar(vistaPierna, celda + QPoint(0, 8));
-    QCOMPARE(s.driver.drop(s.conten(s.a), QPoint(95, 30)), Qt::CopyAction);
-    s.driver.finish(Qt::CopyAction);
-    s.mapa.IMapaX_Droped(u"NZ"_s, s.a, 0); // from a frame that is gone: nothing
-    const auto origen = drop.value(0).value(0).value<std::shared_ptr<Objetos>>();
-    QVERIFY(drop.count() == 1 && origen->count() == 1 && origen->Item(1) == barrica);
-    QCOMPARE(drop.at(0).at(1).value<ObjetoPtr>(), d2);
-    // The leg frame's close button takes it off the map.
-    QTest::mousePress(s.frame(u"P1"_s)->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, {}, QPoint(5, 5));
-    QVERIFY(!s.mapa.isMember(pierna) && s.mapa.isMember(s.a) && s.errors.messages().isEmpty());
-}
 
 QTEST_MAIN(tst_MapaX)
 #include "tst_mapax.moc"
