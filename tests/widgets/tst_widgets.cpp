@@ -18,12 +18,6 @@ namespace {
 
 const QColor plata(0xC0, 0xC0, 0xC0), sombra(134, 134, 134); // 0xC0 * 0.7, cut to its whole part
 
-void mover(QWidget *widget, QPoint pos, Qt::MouseButtons buttons = Qt::LeftButton)
-{
-    QMouseEvent event(QEvent::MouseMove, pos, widget->mapToGlobal(pos), Qt::NoButton, buttons, {});
-    QCoreApplication::sendEvent(widget, &event);
-}
-
 // A strip and what it should show: a label per slot, empty where it does not fit; the texto, if any, in
 // every slot; pulsada is the slot held down while grabbing.
 struct Tira
@@ -73,15 +67,10 @@ private Q_SLOTS:
     {
         QFETCH(Tira, tira);
         etiquetas strip;
-        strip.setSentido(tira.down ? etiquetas::SentidoDown : etiquetas::SentidoAcross);
-        strip.setPrimero(qint16(tira.primero));
-        strip.setPaso(qint16(tira.paso));
-        strip.setSeparacion(float(tira.separacion));
-        strip.setForeColor(tira.foreColor);
-        strip.setEfecto(tira.efecto);
-        strip.setNumerar(tira.texto.isEmpty());
-        strip.setTexto(tira.texto);
-        strip.resize(tira.size);
+        strip.setSentido(tira.down ? etiquetas::SentidoDown : etiquetas::SentidoAcross), strip.resize(tira.size);
+        strip.setPrimero(qint16(tira.primero)), strip.setPaso(qint16(tira.paso)), strip.setSeparacion(float(tira.separacion));
+        strip.setForeColor(tira.foreColor), strip.setEfecto(tira.efecto);
+        strip.setNumerar(tira.texto.isEmpty()), strip.setTexto(tira.texto);
         const int sep = tira.separacion, grosor = tira.down ? tira.size.width() : tira.size.height();
         // From (along the strip, across it) to pixels.
         const auto r = [&](int a, int b, int la = 1, int lb = 1) { return tira.down ? QRect(b, a, lb, la) : QRect(a, b, la, lb); };
@@ -120,8 +109,7 @@ private Q_SLOTS:
     {
         Receptor parent;
         auto *strip = new etiquetas(&parent);
-        strip->setSentido(etiquetas::SentidoDown);
-        strip->setGeometry(0, 0, 20, 84);
+        strip->setSentido(etiquetas::SentidoDown), strip->setGeometry(0, 0, 20, 84);
         QMimeData data;
         data.setText(u"D1"_s);
         QVariantList drop;
@@ -175,9 +163,7 @@ private Q_SLOTS:
         QTest::addColumn<QPoint>("punto");
         QTest::addColumn<QStringList>("informe");
         const float fina = -0.99999994f;
-        const auto fallo = [](const char *gesto, const char *mensaje = "Division by zero") {
-            return u"Etiquetas.UserControl_%1->%2"_s.arg(QLatin1String(gesto), QLatin1String(mensaje));
-        };
+        const auto fallo = [](const char *gesto, const char *mensaje = "Division by zero") { return u"Etiquetas.UserControl_%1->%2"_s.arg(gesto, mensaje); };
         const auto row = [](const char *name, const char *gesto, Qt::MouseButton boton, int sentido, float sep, QPoint punto) {
             return std::ref(QTest::newRow(name) << QString::fromLatin1(gesto) << boton << sentido << sep << punto);
         };
@@ -209,15 +195,16 @@ private Q_SLOTS:
         ErrorCatcher catcher;
         etiquetas strip;
         strip.resize(250, 90);
-        strip.setSentido(qint16(sentido));
-        strip.setSeparacion(separacion);
-        strip.setPrimero(10); // the index, not the number shown: a strip counting 10, 8, 6 still reports 1, 2, 3
-        strip.setPaso(-2);
-        strip.setOLEDropMode(1);
+        strip.setSentido(qint16(sentido)), strip.setSeparacion(separacion), strip.setOLEDropMode(1);
+        strip.setPrimero(10), strip.setPaso(-2); // the index, not the number shown: counting 10, 8, 6 reports 1, 2, 3
         QStringList log;
         connect(&strip, &etiquetas::Click, [&](int n) { log << u"Click(%1)"_s.arg(n); });
         connect(&strip, &etiquetas::RightClick, [&](int n) { log << u"RightClick(%1)"_s.arg(n); });
         connect(&strip, &etiquetas::OLEStartDrag, [&](float x, float y, int n) { log << u"Drag(%1,%2,%3)"_s.arg(x).arg(y).arg(n); });
+        const auto mover = [&](QPoint pos) {
+            QMouseEvent event(QEvent::MouseMove, pos, strip.mapToGlobal(pos), Qt::NoButton, boton, {});
+            QCoreApplication::sendEvent(&strip, &event);
+        };
         QMimeData data;
         if (gesto == "Paint"_L1) {
             QCOMPARE(pixels::at(pixels::grab(&strip), 125, 89), sombra); // the outline stands
@@ -225,8 +212,7 @@ private Q_SLOTS:
             QTest::mousePress(&strip, boton, {}, punto);
         } else if (gesto == "MouseMove"_L1) {
             QTest::mousePress(&strip, Qt::LeftButton, {}, QPoint(10, 30));
-            mover(&strip, punto, boton);
-            mover(&strip, punto + QPoint(0, 15), boton);
+            mover(punto), mover(punto + QPoint(0, 15));
             QCOMPARE(strip.presionada(), 0); // any move raises the slot again
         } else if (gesto == "MouseUp"_L1) {
             QTest::mouseRelease(&strip, boton, {}, punto);
@@ -263,20 +249,14 @@ private Q_SLOTS:
         QFETCH(QRgb, edge);
         QFETCH(QRgb, inside);
         QWidget host;
-        host.resize(60, 40);
-        host.setAutoFillBackground(true);
-        host.setPalette(QPalette(Qt::black, Qt::blue));
+        host.resize(60, 40), host.setAutoFillBackground(true), host.setPalette(QPalette(Qt::black, Qt::blue));
         auto *dummy = new Dummy(&host);
         dummy->setGeometry(10, 5, 30, 20);
         host.show();
         QCOMPARE(host.childAt(20, 10), nullptr); // the box floats above a drawing: what lies under it gets the mouse
-        dummy->setBackColor(0x0000FF);
-        dummy->setBackStyle(backStyle);
-        dummy->setBorderStyle(borderStyle);
+        dummy->setBackColor(0x0000FF), dummy->setBackStyle(backStyle), dummy->setBorderStyle(borderStyle);
         const QImage image = host.grab().toImage();
-        QCOMPARE(image.pixel(10, 5), edge);
-        QCOMPARE(image.pixel(39, 24), edge);
-        QCOMPARE(image.pixel(11, 6), inside);
+        QCOMPARE((QList { image.pixel(10, 5), image.pixel(39, 24), image.pixel(11, 6) }), (QList { edge, edge, inside }));
     }
 };
 
