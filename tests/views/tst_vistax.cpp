@@ -28,14 +28,7 @@ VistaX *nueva(const QString &clase, QWidget *parent)
     return clase == "PiernaX"_L1 ? static_cast<VistaX *>(new PiernaX(parent)) : new ContenedorX(parent);
 }
 
-void mover(QWidget *vista, QPoint p)
-{
-    QMouseEvent event(QEvent::MouseMove, p, vista->mapToGlobal(p), Qt::NoButton, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(vista, &event);
-}
-
-// Three objects A, B, C side by side, 20 pixels square, in either view, and where to point at them: the
-// same gestures must do the same on both.
+// A, B and C side by side, 20 pixels square, in either view: the same gestures must do the same on both.
 struct Escena
 {
     ErrorCatcher errors;
@@ -43,8 +36,7 @@ struct Escena
     RecordingMapa mapa;
     VistaX *vista = nullptr;
     ObjetoPtr ligado, objetos[3];
-    // The centres of A, B and C; on no object (the bound object answers); a band from nothing over A and B
-    // wholly, C partly.
+    // The centres of A, B, C; on nothing (the bound object answers); a band over A and B wholly, C partly.
     QPoint en[3], fuera, bandaDesde, bandaHasta;
 
     explicit Escena(const QString &clase)
@@ -89,7 +81,6 @@ struct Escena
 
 } // namespace
 
-// Every test runs on both views, each on a scene of its own built in init().
 class tst_VistaX : public QObject
 {
     Q_OBJECT
@@ -101,11 +92,7 @@ private Q_SLOTS:
         QTest::newRow("ContenedorX") << u"ContenedorX"_s;
         QTest::newRow("PiernaX") << u"PiernaX"_s;
     }
-    void init()
-    {
-        QFETCH_GLOBAL(QString, clase);
-        e.emplace(clase);
-    }
+    void init() { QFETCH_GLOBAL(QString, clase); e.emplace(clase); }
     void cleanup() { QVERIFY(e->errors.messages().isEmpty()); } // failures are expected only where cleared
 
     void clicksSelectAndReport()
@@ -138,7 +125,7 @@ private Q_SLOTS:
         e->mapa.clear();
         e->frame.setPActive(false);
         QTest::mousePress(e->vista, Qt::LeftButton, {}, e->bandaDesde);
-        mover(e->vista, e->bandaHasta);
+        QTest::mouseMove(e->vista, e->bandaHasta);
         QVERIFY(e->vista->findChild<Dummy *>(QString(), Qt::FindDirectChildrenOnly)->isHidden());
         QTest::mouseRelease(e->vista, Qt::LeftButton, {}, e->bandaHasta);
         QTest::mouseClick(e->vista, Qt::LeftButton, {}, e->en[1]);
@@ -151,13 +138,13 @@ private Q_SLOTS:
         const QPoint desde = e->bandaDesde, hasta = e->bandaHasta;
         QVERIFY(banda && banda->isHidden());
         QTest::mousePress(e->vista, Qt::LeftButton, {}, desde);
-        mover(e->vista, desde + QPoint(3, -4)); // exactly 5 away: not yet
+        QTest::mouseMove(e->vista, desde + QPoint(3, -4)); // exactly 5 away: not yet
         QVERIFY(banda->isHidden());
-        mover(e->vista, desde + QPoint(4, -4));
+        QTest::mouseMove(e->vista, desde + QPoint(4, -4));
         QVERIFY(banda->isVisible());
-        mover(e->vista, desde); // on the press point: one pixel wide and high
+        QTest::mouseMove(e->vista, desde); // on the press point: one pixel wide and high
         QCOMPARE(banda->geometry(), QRect(desde, QSize(1, 1)));
-        mover(e->vista, hasta);
+        QTest::mouseMove(e->vista, hasta);
         QCOMPARE(banda->geometry(), QRect(QPoint(qMin(desde.x(), hasta.x()), qMin(desde.y(), hasta.y())),
                                           QSize(qAbs(hasta.x() - desde.x()), qAbs(hasta.y() - desde.y()))));
         e->vista->getSeleccionados()->add(e->objetos[1]); // the live selection: B selected meanwhile
@@ -174,22 +161,27 @@ private Q_SLOTS:
         // Viewport (100, 50) to (400, 200), with a band of 40.
         QTest::addColumn<QPoint>("punto");
         QTest::addColumn<QStringList>("llamadas");
-        QTest::newRow("39 inside the left edge") << QPoint(139, 120) << QStringList { "hScroll(-1)" };
         QTest::newRow("40 inside the left edge") << QPoint(140, 120) << QStringList();
         QTest::newRow("near the top-right") << QPoint(361, 89) << QStringList { "hScroll(1)", "vScroll(-1)" };
-        QTest::newRow("near the bottom-left") << QPoint(120, 161) << QStringList { "hScroll(-1)", "vScroll(1)" };
+        QTest::newRow("39 inside the bottom-left") << QPoint(139, 161) << QStringList { "hScroll(-1)", "vScroll(1)" };
     }
     void dragStartsActivatesAndScrolls()
     {
         QFETCH(QPoint, punto);
         QFETCH(QStringList, llamadas);
+        // Data without text is refused, and nothing is asked of the frame.
+        QMimeData binario;
+        binario.setData(u"application/octet-stream"_s, "\x01\x02");
+        QCOMPARE(DragDriver::moveData(e->vista, e->en[1], &binario), Qt::IgnoreAction);
+        QCOMPARE(DragDriver::dropData(e->vista, e->en[1], &binario), Qt::IgnoreAction);
+        QVERIFY(e->mapa.log().isEmpty() && e->frame.calls.isEmpty());
         e->vista->setViewPort(100, 50, 400, 200);
         DragDriver driver;
         QTest::mousePress(e->vista, Qt::LeftButton, {}, e->en[0]);
-        mover(e->vista, e->en[0] + QPoint(3, 4));
+        QTest::mouseMove(e->vista, e->en[0] + QPoint(3, 4));
         QCOMPARE(driver.started(), 0);
-        mover(e->vista, e->en[0] + QPoint(4, 4));
-        mover(e->vista, e->en[0] + QPoint(9, 9)); // one drag per press
+        QTest::mouseMove(e->vista, e->en[0] + QPoint(4, 4));
+        QTest::mouseMove(e->vista, e->en[0] + QPoint(9, 9)); // one drag per press
         QCOMPARE(driver.started(), 1);
         QCOMPARE(driver.text(), u"Dframe"_s);
         QCOMPARE(driver.allowed(), Qt::CopyAction | Qt::MoveAction);
@@ -205,20 +197,11 @@ private Q_SLOTS:
         QCOMPARE(driver.drop(e->vista, e->en[2]), Qt::CopyAction);
         driver.finish();
         QCOMPARE(e->mapa.log(), QStringList { "droped(Dframe,C,0)" });
-        // Data without text is refused, and nothing is asked of the frame.
-        e->mapa.clear();
-        e->frame.calls.clear();
-        QMimeData binario;
-        binario.setData(u"application/octet-stream"_s, "\x01\x02");
-        QCOMPARE(DragDriver::moveData(e->vista, e->en[1], &binario), Qt::IgnoreAction);
-        QCOMPARE(DragDriver::dropData(e->vista, e->en[1], &binario), Qt::IgnoreAction);
-        QVERIFY(e->mapa.log().isEmpty() && e->frame.calls.isEmpty());
     }
 
     void typedFrame()
     {
-        // A view inside a FrameX reaches it through IFrameX: a press activates the frame, and the drag
-        // carries the frame's name.
+        // Inside a FrameX the view reaches it through IFrameX: a press activates it, the drag carries its name.
         QWidget anfitrion;
         auto *marco = new FrameX(&anfitrion);
         marco->setObjectName(u"Dmarco"_s);
@@ -229,40 +212,37 @@ private Q_SLOTS:
         DragDriver driver;
         QTest::mousePress(vista, Qt::LeftButton, {}, e->en[0]);
         QVERIFY(marco->pActive());
-        mover(vista, e->en[0] + QPoint(10, 0));
+        QTest::mouseMove(vista, e->en[0] + QPoint(10, 0));
         QCOMPARE(driver.text(), u"Dmarco"_s);
         driver.finish();
-        // A view moved into another parent calls that one.
-        vista->setParent(&e->frame);
-        vista->show();
+        vista->setParent(&e->frame); // moved into a plain frame, it calls that one
         QTest::mouseClick(vista, Qt::LeftButton, {}, e->en[1]);
         QCOMPARE(e->frame.calls, (QStringList { "setActive(B)", "setActive(B)" }));
     }
 
     void failuresAreReported_data()
     {
-        QTest::addColumn<QString>("caso");
         QTest::addColumn<QStringList>("mensajes"); // after "<the view's class>."
         const QString noSet = u"->Object variable or With block variable not set"_s,
                       noMember = u"->Object doesn't support this property or method"_s;
-        QTest::newRow("no frame: click") << u"click"_s << QStringList { "MouseDown" + noSet, "MouseUp" + noSet };
-        QTest::newRow("plain parent: click") << u"plain click"_s << QStringList { "MouseDown" + noMember, "MouseUp" + noMember };
-        QTest::newRow("plain parent: drag") << u"plain drag"_s << QStringList { "dragOver" + noMember };
-        QTest::newRow("unbound: setActivo") << u"setActivo"_s << QStringList { "IContenedorX_setActivo" + noSet };
+        QTest::newRow("no frame: click") << QStringList { "MouseDown" + noSet, "MouseUp" + noSet };
+        QTest::newRow("plain parent: click") << QStringList { "MouseDown" + noMember, "MouseUp" + noMember };
+        QTest::newRow("plain parent: drag") << QStringList { "dragOver" + noMember };
+        QTest::newRow("unbound: setActivo") << QStringList { "IContenedorX_setActivo" + noSet };
     }
     void failuresAreReported()
     {
         QFETCH_GLOBAL(QString, clase);
-        QFETCH(QString, caso);
+        const QByteArray caso = QTest::currentDataTag();
         QFETCH(QStringList, mensajes);
         QWidget plano;
         const std::unique_ptr<VistaX> suelta(nueva(clase, nullptr));
-        e->vista->setParent(caso.startsWith("plain"_L1) ? &plano : nullptr);
+        e->vista->setParent(caso.startsWith("plain") ? &plano : nullptr);
         QMimeData texto;
         texto.setText(u"D1"_s);
-        if (caso.endsWith("click"_L1))
+        if (caso.endsWith("click"))
             QTest::mouseClick(e->vista, Qt::LeftButton, {}, e->en[0]);
-        else if (caso.endsWith("drag"_L1))
+        else if (caso.endsWith("drag"))
             QCOMPARE(DragDriver::moveData(e->vista, e->en[0], &texto), Qt::CopyAction); // as proposed
         else
             suelta->setActivo(e->objetos[0], true);
