@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A host of the installed library: a hall holding one vessel, on a map,
-// rendered to an image. It fails when the vessel's colour is nowhere in it,
-// so a library that links but draws nothing does not pass.
+// A host of the installed library: a hall holding one vessel, on a map, rendered to an image.
+// It fails when the vessel's colour is nowhere in it: a library that links but draws nothing fails.
 
 #include <tarvonix/tarvonix.h>
 
@@ -17,8 +16,7 @@ int main(int argc, char **argv)
     using namespace tarvonix;
 
     auto nave = std::make_shared<Objeto>();
-    nave->setTipo(QStringLiteral("N"));
-    nave->setCodigo(QStringLiteral("N1"));
+    nave->setTipo(QStringLiteral("N")), nave->setCodigo(QStringLiteral("N1"));
     nave->setPuedeContener(true);
 
     auto deposito = std::make_shared<Deposito>();
@@ -30,9 +28,7 @@ int main(int argc, char **argv)
     nave->getObjetos()->add(deposito);
 
     MapaX mapa;
-    mapa.resize(320, 240);
-    mapa.add(nave);
-    mapa.show(nave);
+    mapa.resize(320, 240), mapa.add(nave), mapa.show(nave);
 
     const QImage image = mapa.grab().toImage();
     int drawn = 0;

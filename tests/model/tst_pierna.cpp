@@ -35,8 +35,7 @@ private Q_SLOTS:
         p.setEscalas(3);
         QCOMPARE(p.getLargo(2), qint16(0));
         const ObjetoPtr x = objeto("x");
-        p.setEscala(2, 4);
-        p.setObjeto(2, 3, x);
+        p.setEscala(2, 4), p.setObjeto(2, 3, x);
         QCOMPARE(p.getObjeto(2, 3), x);
         QVERIFY(p.esUbicacion(2, 4));
         for (auto [e, q] : { std::pair { 2, 0 }, { 2, 5 }, { 0, 1 }, { 4, 1 } }) {
@@ -54,9 +53,7 @@ private Q_SLOTS:
     void getObjetosWalksTheGrid()
     {
         Pierna p;
-        p.setEscalas(2);
-        p.setEscala(1, 2);
-        p.setEscala(2, 1);
+        p.setEscalas(2), p.setEscala(1, 2), p.setEscala(2, 1);
         const ObjetoPtr a = objeto("a"), b = objeto("b"), c = objeto("c");
         p.setObjeto(2, 1, a);
         p.setObjeto(1, 2, b);

@@ -52,9 +52,7 @@ private Q_SLOTS:
         QWidget control;
         LateBinding::call(&frame, u"Resize"_s, { QVariant::fromValue<QWidget *>(&control) });
         QCOMPARE(frame.calls, (QStringList { u"isActive"_s, u"activate"_s, u"hScroll(-1)"_s, u"Resize"_s }));
-        QVERIFY(LateBinding::hasMember(&frame, u"Resize"_s));
-        QVERIFY(!LateBinding::hasMember(&frame, u"cast"_s));
-
+        QVERIFY(LateBinding::hasMember(&frame, u"Resize"_s) && !LateBinding::hasMember(&frame, u"cast"_s));
         // Objects travel through calls both ways.
         auto objeto = modeltest::objeto(u"D1"_s);
         const QVariant argument = QVariant::fromValue<ObjetoPtr>(objeto);

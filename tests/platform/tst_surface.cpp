@@ -116,12 +116,10 @@ private Q_SLOTS:
         QCOMPARE(s.textHeight(u"W"_s), double(metrics.height()));
         QCOMPARE(s.textWidth(u"WW"_s), double(metrics.horizontalAdvance(u"WW"_s)));
         const QImage image = paint(s, [](Surface &surface) {
-            surface.setCurrentX(10);
-            surface.setCurrentY(5);
+            surface.setCurrentX(10), surface.setCurrentY(5);
             surface.print(u"█"_s);
         });
-        QCOMPARE(s.currentX(), 0.0);
-        QCOMPARE(s.currentY(), 5.0 + metrics.height());
+        QCOMPARE(QPointF(s.currentX(), s.currentY()), QPointF(0, 5.0 + metrics.height()));
         // The full block glyph covers its cell from the ascent line down: its ink starts at the
         // current position's row plus the gap above the glyph, and never left of x = 10.
         const QRect ink = metrics.boundingRect(u"█"_s).translated(10, 5 + metrics.ascent());
@@ -136,8 +134,7 @@ private Q_SLOTS:
         s.setForeColor(0x123456);
         paint(s, [](Surface &surface) { surface.setDrawStyle(Surface::DrawDot); });
         QVERIFY(s.foreColor() == 0x123456 && s.drawStyle() == Surface::DrawDot && !s.isPainting());
-        s.box(0, 0, 10, 10); // outside a paint: nothing happens, nothing breaks
-        s.print(u"x"_s);
+        s.box(0, 0, 10, 10), s.print(u"x"_s); // outside a paint: nothing happens, nothing breaks
         QCOMPARE(s.currentX(), 0.0);
     }
 };
