@@ -71,7 +71,7 @@ class KeyedCollection
         // position and the slot at a position take log N while there are
         // gaps. Empty while there are none: then slot and position agree.
         std::vector<qint32> tree;
-        qsizetype slots = 0;
+        qsizetype slotCount = 0;
         qsizetype live = 0;
 
         Entry &entry(qsizetype slot) { return chunks[size_t(slot >> ChunkShift)][size_t(slot & (ChunkSize - 1))]; }
@@ -84,8 +84,8 @@ class KeyedCollection
         bool isGap(qsizetype slot) const { return (gaps[size_t(slot >> 6)] >> (slot & 63)) & 1; }
         qsizetype nextLive(qsizetype slot) const
         {
-            if (live != slots) {
-                while (slot < slots && isGap(slot))
+            if (live != slotCount) {
+                while (slot < slotCount && isGap(slot))
                     ++slot;
             }
             return slot;
@@ -119,7 +119,7 @@ public:
                 data.chunks.back().reserve(size_t(ChunkSize));
         }
         data.chunks.back().push_back(Entry{key, std::move(value)});
-        const qsizetype slot = data.slots++;
+        const qsizetype slot = data.slotCount++;
         ++data.live;
         if ((slot & 63) == 0)
             data.gaps.push_back(0);
@@ -214,9 +214,9 @@ public:
     template<typename Predicate>
     qsizetype removeIf(Predicate predicate)
     {
-        std::vector<bool> doomed(size_t(d->slots), false);
+        std::vector<bool> doomed(size_t(d->slotCount), false);
         qsizetype removed = 0;
-        for (qsizetype slot = d->nextLive(0); slot < d->slots; slot = d->nextLive(slot + 1)) {
+        for (qsizetype slot = d->nextLive(0); slot < d->slotCount; slot = d->nextLive(slot + 1)) {
             if (predicate(std::as_const(d->entry(slot).value))) {
                 doomed[size_t(slot)] = true;
                 ++removed;
@@ -248,7 +248,7 @@ public:
     {
         QStringList result;
         result.reserve(count());
-        for (qsizetype slot = d->nextLive(0); slot < d->slots; slot = d->nextLive(slot + 1))
+        for (qsizetype slot = d->nextLive(0); slot < d->slotCount; slot = d->nextLive(slot + 1))
             result.append(d->entry(slot).key);
         return result;
     }
@@ -295,7 +295,7 @@ public:
     };
 
     const_iterator begin() const { return const_iterator(d.get(), d->nextLive(0)); }
-    const_iterator end() const { return const_iterator(d.get(), d->slots); }
+    const_iterator end() const { return const_iterator(d.get(), d->slotCount); }
 
     //! Walks the contents the collection had when it was taken, whatever happens to it later.
     class Enumerator
@@ -304,7 +304,7 @@ public:
         Enumerator() = default;
 
         qsizetype count() const { return m_data ? m_data->live : 0; }
-        bool hasNext() const { return m_data && m_next < m_data->slots; }
+        bool hasNext() const { return m_data && m_next < m_data->slotCount; }
         //! The next value; fails with Error::SubscriptOutOfRange past the end.
         const T &next()
         {
@@ -320,7 +320,7 @@ public:
         {
             return m_data ? const_iterator(m_data.get(), m_data->nextLive(0)) : const_iterator();
         }
-        const_iterator end() const { return m_data ? const_iterator(m_data.get(), m_data->slots) : const_iterator(); }
+        const_iterator end() const { return m_data ? const_iterator(m_data.get(), m_data->slotCount) : const_iterator(); }
 
     private:
         friend class KeyedCollection;
@@ -436,7 +436,7 @@ private:
         data.tableUsed = 0;
         // Twice the buckets: the slots never reach one and a half times them.
         data.slotMask = size >= (size_t(1) << 31) ? ~quint32(0) >> 1 : quint32(size * 2 - 1);
-        for (qsizetype slot = data.nextLive(0); slot < data.slots; slot = data.nextLive(slot + 1))
+        for (qsizetype slot = data.nextLive(0); slot < data.slotCount; slot = data.nextLive(slot + 1))
             insertBucket(data, hashOf(data.entry(slot).key), slot);
     }
 
@@ -459,11 +459,11 @@ private:
             return position - 1;
         qsizetype node = 0;
         qsizetype step = 1;
-        while (step * 2 <= data.slots)
+        while (step * 2 <= data.slotCount)
             step *= 2;
         for (; step > 0; step /= 2) {
             const qsizetype next = node + step;
-            if (next <= data.slots && data.tree[size_t(next)] < position) {
+            if (next <= data.slotCount && data.tree[size_t(next)] < position) {
                 node = next;
                 position -= data.tree[size_t(next)];
             }
@@ -473,19 +473,19 @@ private:
 
     static void buildTree(Data &data)
     {
-        data.tree.assign(size_t(data.slots + 1), 0);
-        for (qsizetype i = 1; i <= data.slots; ++i) {
+        data.tree.assign(size_t(data.slotCount + 1), 0);
+        for (qsizetype i = 1; i <= data.slotCount; ++i) {
             data.tree[size_t(i)] += data.isGap(i - 1) ? 0 : 1;
             const qsizetype parent = i + (i & -i);
-            if (parent <= data.slots)
+            if (parent <= data.slotCount)
                 data.tree[size_t(parent)] += data.tree[size_t(i)];
         }
     }
 
-    // Adds the node of a new, live last slot (slots is already counted).
+    // Adds the node of a new, live last slot (slotCount already counts it).
     static void appendToTree(Data &data)
     {
-        const qsizetype node = data.slots;
+        const qsizetype node = data.slotCount;
         qint32 sum = 1;
         for (qsizetype child = node - 1; child > node - (node & -node); child &= child - 1)
             sum += data.tree[size_t(child)];
@@ -503,12 +503,12 @@ private:
         --data.live;
         if (data.live == 0) {
             d = std::make_shared<Data>();
-        } else if ((data.slots - data.live) * 2 > data.slots) {
+        } else if ((data.slotCount - data.live) * 2 > data.slotCount) {
             compact(nullptr, data.live);
         } else if (data.tree.empty()) {
             buildTree(data);
         } else {
-            for (qsizetype i = slot + 1; i <= data.slots; i += i & -i)
+            for (qsizetype i = slot + 1; i <= data.slotCount; i += i & -i)
                 --data.tree[size_t(i)];
         }
     }
@@ -520,7 +520,7 @@ private:
         Data &data = *d;
         std::vector<std::vector<Entry>> chunks;
         qsizetype kept = 0;
-        for (qsizetype slot = data.nextLive(0); slot < data.slots; slot = data.nextLive(slot + 1)) {
+        for (qsizetype slot = data.nextLive(0); slot < data.slotCount; slot = data.nextLive(slot + 1)) {
             if (doomed && (*doomed)[size_t(slot)])
                 continue;
             if (kept % ChunkSize == 0) {
@@ -531,7 +531,7 @@ private:
             ++kept;
         }
         std::vector<std::vector<Entry>> old = std::exchange(data.chunks, std::move(chunks));
-        data.slots = data.live = kept;
+        data.slotCount = data.live = kept;
         data.gaps.assign(size_t((kept + 63) / 64), 0);
         data.tree.clear();
         data.tree.shrink_to_fit();
