@@ -242,6 +242,10 @@ private Q_SLOTS:
         QCOMPARE(o ? QSize(o->getAncho(), o->getAlto()) : QSize(), hijoDespues);
         // Nothing is hit at a scale of 0, and nothing fails.
         QCOMPARE(e->cont->sobreQuien(hijo.x() * escala + 3, 3), ObjetoPtr(escala > 0 && o ? o : e->raiz));
+        if (o && escala > 0) { // a host that moves a child without a word: it is hit where it now is
+            o->setY(o->getY() + 400);
+            QCOMPARE(e->cont->sobreQuien(hijo.x() * escala + 3, o->getY() * escala + 3), ObjetoPtr(o));
+        }
         pixels::grab(e->cont);
     }
 

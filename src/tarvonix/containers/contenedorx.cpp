@@ -5,6 +5,7 @@
 #include <tarvonix/core/int16.h>
 #include <tarvonix/model/color.h>
 #include <tarvonix/model/imagen.h>
+#include <tarvonix/model/objetocomun.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/childcontrols.h>
 #include <tarvonix/platform/errortrap.h>
@@ -238,8 +239,10 @@ struct ContenedorX::Private
     int invalidaciones = 0;
     std::unique_ptr<Ajuste> ajuste;
 
-    // What the index was filled from: the collection's size, ends and the scale.
+    // What the index was filled from: the collection's size, ends, the scale and
+    // the objects' count of geometry changes.
     qint32 indexados = -1;
+    quint64 geometriaIndexada = 0;
     const IObjeto *primeroIndexado = nullptr;
     const IObjeto *ultimoIndexado = nullptr;
     float escalaIndexada = 0;
@@ -662,6 +665,7 @@ void ContenedorX::Private::indexar(const Objetos &hijos)
     primeroIndexado = indexados > 0 ? hijos.Item(1).get() : nullptr;
     ultimoIndexado = indexados > 0 ? hijos.Item(indexados).get() : nullptr;
     escalaIndexada = escala;
+    geometriaIndexada = ObjetoComun::cambiosDeGeometria();
 }
 
 bool ContenedorX::Private::indiceAlDia()
@@ -671,7 +675,7 @@ bool ContenedorX::Private::indiceAlDia()
     const std::shared_ptr<Objetos> hijos = hijosDe(*objeto);
     const qint32 n = hijos->count();
     // A host adds and removes children in the collection itself: its size and ends tell.
-    if (n != indexados || escala != escalaIndexada
+    if (n != indexados || escala != escalaIndexada || ObjetoComun::cambiosDeGeometria() != geometriaIndexada
         || (n > 0 && (hijos->Item(1).get() != primeroIndexado || hijos->Item(n).get() != ultimoIndexado)))
         indexar(*hijos);
     return true;

@@ -5,6 +5,8 @@
 #include <tarvonix/model/imagen.h>
 #include <tarvonix/model/objetos.h>
 
+#include <atomic>
+
 namespace tarvonix {
 
 namespace {
@@ -21,7 +23,24 @@ QString sinEspacios(const QString &texto)
     return texto.mid(inicio, fin - inicio);
 }
 
+// Constant-initialised: no constructor runs when the library loads.
+std::atomic<quint64> cambiosGeometria { 0 };
+
+// Stores a position or size field and counts the change, if it is one.
+void fijarGeometria(qint16 &campo, qint16 valor)
+{
+    if (campo != valor) {
+        campo = valor;
+        cambiosGeometria.fetch_add(1, std::memory_order_relaxed);
+    }
+}
+
 } // namespace
+
+quint64 ObjetoComun::cambiosDeGeometria()
+{
+    return cambiosGeometria.load(std::memory_order_relaxed);
+}
 
 IObjeto::~IObjeto() = default;
 
@@ -92,7 +111,7 @@ qint16 ObjetoComun::getX() const
 void ObjetoComun::setX(qint16 x)
 {
     if (guarda(ConGeometria))
-        m_x = x < 0 ? qint16(0) : x;
+        fijarGeometria(m_x, x < 0 ? qint16(0) : x);
 }
 
 qint16 ObjetoComun::getY() const
@@ -103,7 +122,7 @@ qint16 ObjetoComun::getY() const
 void ObjetoComun::setY(qint16 y)
 {
     if (guarda(ConGeometria))
-        m_y = y < 0 ? qint16(0) : y;
+        fijarGeometria(m_y, y < 0 ? qint16(0) : y);
 }
 
 qint16 ObjetoComun::getAncho() const
@@ -114,7 +133,7 @@ qint16 ObjetoComun::getAncho() const
 void ObjetoComun::setAncho(qint16 ancho)
 {
     if (guarda(ConGeometria))
-        m_ancho = ancho;
+        fijarGeometria(m_ancho, ancho);
 }
 
 qint16 ObjetoComun::getAlto() const
@@ -125,7 +144,7 @@ qint16 ObjetoComun::getAlto() const
 void ObjetoComun::setAlto(qint16 alto)
 {
     if (guarda(ConGeometria))
-        m_alto = alto;
+        fijarGeometria(m_alto, alto);
 }
 
 qint16 ObjetoComun::getForma() const

@@ -43,6 +43,14 @@ public:
     void setAncho(qint16 ancho) override;
     qint16 getAlto() const override;
     void setAlto(qint16 alto) override;
+
+    /*!
+        Counts the changes of position or size of every object, whoever made
+        them: a view that keeps the children's boxes in an index compares it
+        with the count it indexed at, so that a host moving a child without a
+        word is still seen where it now is.
+    */
+    static quint64 cambiosDeGeometria();
     qint16 getForma() const override;
     void setForma(qint16 forma) override;
     std::shared_ptr<Imagen> getImagen() const override;
