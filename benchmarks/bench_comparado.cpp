@@ -641,6 +641,10 @@ double memoriaTarvonix(int n)
         for (int i = 0; i < cuantos; ++i) {
             auto o = std::make_shared<Objeto>();
             o->setCodigo(QStringLiteral("D%1").arg(i));
+            o->setX(qint16(i % 300 * 10));
+            o->setY(qint16(i / 300 * 10));
+            o->setAncho(5);
+            o->setAlto(5);
             objetos->add(o);
         }
         return objetos;
@@ -651,8 +655,9 @@ double memoriaGV(int n)
 {
     return bytesPor(n, [](int cuantos) {
         auto escena = std::make_unique<QGraphicsScene>();
+        // Spread as the objects are: a scene of items all on one spot degenerates its index.
         for (int i = 0; i < cuantos; ++i)
-            escena->addItem(new QGraphicsRectItem(0, 0, 5, 5));
+            escena->addItem(new QGraphicsRectItem(i % 300 * 10, i / 300 * 10, 5, 5));
         escena->items(QPointF()); // the index takes them in
         return escena;
     });

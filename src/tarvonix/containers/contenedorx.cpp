@@ -376,6 +376,9 @@ void ContenedorX::Private::dibujarObjeto(float x, float y, float w, float h, con
         const qint16 forma = dibujado.getForma();
         const QString tip = dibujado.getTip();
         const std::shared_ptr<Imagen> imagen = dibujado.getImagen();
+        // The outline, never around the bound object itself.
+        const bool contorno
+            = dibujado.getCodigo() != requerido(objeto).getCodigo() && (forma != FormaCuadro || seleccionado);
         Surface &s = vista->surface;
 
         if (contiene) {
@@ -386,14 +389,16 @@ void ContenedorX::Private::dibujarObjeto(float x, float y, float w, float h, con
             s.setFillStyle(Surface::FillTransparent);
             s.setForeColor(gris);
         } else {
-            // Erase to the background.
+            // Erase to the background, unless a plain box covers every pixel of
+            // it anyway: a solid fill inside a solid outline.
+            const bool cubierto = !imagen && forma == FormaCaja && !seleccionado && !activo && contorno && w > 0 && h > 0;
             s.setFillStyle(Surface::FillSolid);
             s.setFillColor(s.backColor());
             s.setForeColor(s.backColor());
             if (!imagen && forma == FormaCirculo) {
                 const float r = w / 2 - 1;
                 s.circle(x + r, y + r, r);
-            } else {
+            } else if (!cubierto) {
                 s.box(x, y, x + w - 1, y + h - 1);
             }
             // The inner rectangle: a square at the left for forma 3.
@@ -445,8 +450,7 @@ void ContenedorX::Private::dibujarObjeto(float x, float y, float w, float h, con
             s.setDrawStyle(activo ? Surface::DrawDot : Surface::DrawSolid);
         }
 
-        // The outline, never around the bound object itself.
-        if (dibujado.getCodigo() != requerido(objeto).getCodigo() && (forma != FormaCuadro || seleccionado)) {
+        if (contorno) {
             if (forma == FormaCaja || forma == FormaCuadro) {
                 s.box(x, y, x + w - 1, y + h - 1);
             } else if (forma == FormaCirculo) {

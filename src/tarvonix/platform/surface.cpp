@@ -5,12 +5,14 @@
 
 #include <QFontMetrics>
 #include <QHash>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QStaticText>
 #include <QWidget>
 
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 namespace tarvonix {
 
@@ -74,8 +76,13 @@ struct Surface::Private
     //! \a text laid out once for the printing font, or nullptr for text a static text lays out otherwise.
     const QStaticText *dispuesto(const QString &text);
     int ancho(const QString &text);
-    void drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style);
+    void drawLine(int x1, int y1, int x2, int y2, qint32 lineColour, int style);
     void applyShapeStyle();
+    void ponerLapiz(qint32 colour, int style);
+    void ponerBrocha(qint32 colour, int style);
+    void olvidarPintor();
+    bool copiaExacta(const QRectF &caja);
+    const QImage &circuloDibujado(double radius);
 
     QPainter *painter = nullptr;
     QPalette palette;
@@ -83,10 +90,38 @@ struct Surface::Private
     // Measuring and printing happen for every label of every paint: kept ready per font.
     QFont fuenteImpresa;
     QFontMetrics medidas;
+    int alto = 0;
     // Labels come back paint after paint: their layout and width are kept per font.
     QHash<QString, QStaticText> textos;
     QHash<QString, int> anchos;
     bool fuenteLista = false;
+    // What this surface last gave the painter: shapes and labels come by the
+    // thousand in a few styles, and building pens and brushes for each costs
+    // more than drawing it. A new painting starts knowing nothing.
+    struct Puesto
+    {
+        qint32 colour = 0;
+        int style = 0;
+        bool valido = false;
+    };
+    Puesto lapiz;
+    Puesto brocha;
+    bool fuentePuesta = false;
+    // Circles come back by the thousand in a few sizes and colours: each one is
+    // drawn once into a picture and copied after that.
+    struct Circulo
+    {
+        double radius;
+        qint32 foreColor, drawStyle, fillColor, fillStyle;
+        bool operator==(const Circulo &) const = default;
+        friend size_t qHash(const Circulo &c, size_t seed = 0)
+        {
+            return qHashMulti(seed, c.radius, c.foreColor, c.drawStyle, c.fillColor, c.fillStyle);
+        }
+    };
+    QHash<Circulo, QImage> circulos;
+    // Where in this painting's logical coordinates a copy gives the same pixels, found once per painting.
+    std::optional<QRectF> zonaCopiable;
     qint32 backColor = 0xFFFFFF;
     qint32 foreColor = 0;
     qint32 fillColor = 0;
@@ -144,7 +179,7 @@ int Surface::Private::ancho(const QString &text)
     return it.value();
 }
 
-void Surface::Private::drawLine(int x1, int y1, int x2, int y2, const QColor &lineColour, int style)
+void Surface::Private::drawLine(int x1, int y1, int x2, int y2, qint32 lineColour, int style)
 {
     if (!painter || (x1 == x2 && y1 == y2) || style == DrawInvisible)
         return;
@@ -158,17 +193,90 @@ void Surface::Private::drawLine(int x1, int y1, int x2, int y2, const QColor &li
         y2 -= sign(dy);
         x2 = x1 + int(std::lround(double(y2 - y1) * dx / dy));
     }
-    QPen pen(lineColour, 0, penStyle(style));
-    painter->setPen(pen);
+    ponerLapiz(lineColour, style);
     painter->drawLine(x1, y1, x2, y2);
 }
 
 void Surface::Private::applyShapeStyle()
 {
-    painter->setPen(QPen(colour(foreColor), 0, penStyle(drawStyle)));
-    const Qt::BrushStyle style = brushStyle(fillStyle);
-    painter->setBrush(style == Qt::NoBrush ? QBrush() : QBrush(colour(fillColor), style));
+    ponerLapiz(foreColor, drawStyle);
+    ponerBrocha(fillColor, fillStyle);
+}
+
+void Surface::Private::ponerLapiz(qint32 colour, int style)
+{
+    const Qt::PenStyle estilo = penStyle(style);
+    if (lapiz.valido && lapiz.colour == colour && lapiz.style == estilo)
+        return;
+    painter->setPen(QPen(this->colour(colour), 0, estilo));
+    lapiz = {colour, estilo, true};
+}
+
+void Surface::Private::ponerBrocha(qint32 colour, int style)
+{
+    const Qt::BrushStyle estilo = brushStyle(style);
+    // Without a brush the colour means nothing.
+    if (estilo == Qt::NoBrush)
+        colour = 0;
+    if (brocha.valido && brocha.colour == colour && brocha.style == estilo)
+        return;
+    painter->setBrush(estilo == Qt::NoBrush ? QBrush() : QBrush(this->colour(colour), estilo));
     painter->setBrushOrigin(0, 0);
+    brocha = {colour, estilo, true};
+}
+
+/*!
+    Whether a picture drawn at the origin and copied to \a caja gives the same
+    pixels as drawing there: on a raster device, moved by whole pixels only,
+    away from the device's edges (the rasterizer clips shapes that cross them)
+    with no hatching (its pattern is anchored to the device) and nothing
+    blended otherwise than by painting over.
+*/
+bool Surface::Private::copiaExacta(const QRectF &caja)
+{
+    if (fillStyle != FillSolid && fillStyle != FillTransparent)
+        return false;
+    if (!zonaCopiable) {
+        zonaCopiable = QRectF();
+        const QPaintEngine *engine = painter->paintEngine();
+        const QTransform t = painter->deviceTransform();
+        if (engine && engine->type() == QPaintEngine::Raster && engine->paintDevice()
+            && painter->compositionMode() == QPainter::CompositionMode_SourceOver && painter->opacity() == 1.0
+            && t.type() <= QTransform::TxTranslate && t.dx() == std::floor(t.dx()) && t.dy() == std::floor(t.dy())) {
+            const QPaintDevice *destino = engine->paintDevice();
+            const QRectF logico(0, 0, painter->device()->width(), painter->device()->height());
+            zonaCopiable = t.inverted().mapRect(QRectF(0, 0, destino->width(), destino->height())) & logico;
+        }
+    }
+    return zonaCopiable->contains(caja);
+}
+
+const QImage &Surface::Private::circuloDibujado(double radius)
+{
+    const Circulo clave{radius, foreColor, drawStyle, fillStyle == FillSolid ? fillColor : 0, fillStyle};
+    auto it = circulos.find(clave);
+    if (it == circulos.end()) {
+        // Up to some megabytes of pictures, then they start over.
+        constexpr qsizetype maxCirculos = 256;
+        if (circulos.size() >= maxCirculos)
+            circulos.clear();
+        const int centro = int(std::ceil(radius)) + 2;
+        QImage dibujo(2 * centro + 1, 2 * centro + 1, QImage::Format_ARGB32_Premultiplied);
+        dibujo.fill(Qt::transparent);
+        QPainter pintor(&dibujo);
+        pintor.setPen(QPen(colour(foreColor), 0, penStyle(drawStyle)));
+        pintor.setBrush(fillStyle == FillSolid ? QBrush(colour(fillColor)) : QBrush());
+        pintor.drawEllipse(QPointF(centro, centro), radius, radius);
+        pintor.end();
+        it = circulos.insert(clave, dibujo);
+    }
+    return it.value();
+}
+
+void Surface::Private::olvidarPintor()
+{
+    lapiz.valido = brocha.valido = fuentePuesta = false;
+    zonaCopiable.reset();
 }
 
 Surface::Surface()
@@ -191,6 +299,8 @@ void Surface::setFont(const QFont &font)
     d->fuenteImpresa = font;
     d->fuenteImpresa.setStyleStrategy(QFont::NoAntialias);
     d->medidas = QFontMetrics(font);
+    d->alto = d->medidas.height();
+    d->fuentePuesta = false;
 }
 
 Surface::Painting::Painting(Surface &surface, QPainter &painter)
@@ -203,11 +313,13 @@ Surface::Painting::Painting(Surface &surface, QPainter &painter)
     if (const auto *widget = dynamic_cast<const QWidget *>(painter.device()))
         surface.setPalette(widget->palette());
     surface.d->painter = &painter;
+    surface.d->olvidarPintor();
 }
 
 Surface::Painting::~Painting()
 {
     m_surface.d->painter = m_previous;
+    m_surface.d->olvidarPintor();
 }
 
 int Surface::pixel(double coordinate)
@@ -229,12 +341,12 @@ void Surface::clear(double x, double y, double width, double height)
 
 void Surface::line(double x1, double y1, double x2, double y2)
 {
-    d->drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), d->colour(d->foreColor), d->drawStyle);
+    d->drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), d->foreColor, d->drawStyle);
 }
 
 void Surface::line(double x1, double y1, double x2, double y2, qint32 lineColour)
 {
-    d->drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), d->colour(lineColour), DrawSolid);
+    d->drawLine(pixel(x1), pixel(y1), pixel(x2), pixel(y2), lineColour, DrawSolid);
 }
 
 void Surface::box(double x1, double y1, double x2, double y2)
@@ -244,16 +356,20 @@ void Surface::box(double x1, double y1, double x2, double y2)
     const int left = std::min(pixel(x1), pixel(x2));
     const int top = std::min(pixel(y1), pixel(y2));
     const QRect corners(QPoint(left, top), QPoint(std::max(pixel(x1), pixel(x2)), std::max(pixel(y1), pixel(y2))));
-    d->applyShapeStyle();
     // The fill covers every pixel between the corners; the outline goes over its border.
-    const QBrush brush = d->painter->brush();
-    if (brush.style() != Qt::NoBrush)
-        d->painter->fillRect(corners, brush);
+    const Qt::BrushStyle relleno = brushStyle(d->fillStyle);
+    if (relleno == Qt::SolidPattern) {
+        d->painter->fillRect(corners, d->colour(d->fillColor));
+    } else if (relleno != Qt::NoBrush) {
+        d->ponerBrocha(d->fillColor, d->fillStyle);
+        d->painter->fillRect(corners, d->painter->brush());
+    }
     // A solid outline in the colour of a solid fill would paint its pixels again.
-    const QPen pen = d->painter->pen();
-    if (brush.style() == Qt::SolidPattern && pen.style() == Qt::SolidLine && pen.color() == brush.color())
+    const Qt::PenStyle trazo = penStyle(d->drawStyle);
+    if (relleno == Qt::SolidPattern && trazo == Qt::SolidLine && d->colour(d->foreColor) == d->colour(d->fillColor))
         return;
-    d->painter->setBrush(Qt::NoBrush);
+    d->ponerLapiz(d->foreColor, d->drawStyle);
+    d->ponerBrocha(0, FillTransparent);
     d->painter->drawRect(corners.x(), corners.y(), corners.width() - 1, corners.height() - 1);
 }
 
@@ -261,9 +377,17 @@ void Surface::circle(double centreX, double centreY, double radius)
 {
     if (!d->painter || !(radius >= 0))
         return;
-    d->applyShapeStyle();
     const double r = std::min(radius, 1.0e7);
-    d->painter->drawEllipse(QPointF(pixel(centreX), pixel(centreY)), r, r);
+    const QPoint centro(pixel(centreX), pixel(centreY));
+    constexpr double maxCopiado = 64;
+    if (r <= maxCopiado && d->copiaExacta(QRectF(centro.x() - r - 2, centro.y() - r - 2, 2 * r + 5, 2 * r + 5))) {
+        const QImage &dibujo = d->circuloDibujado(r);
+        const int desde = dibujo.width() / 2;
+        d->painter->drawImage(centro - QPoint(desde, desde), dibujo);
+        return;
+    }
+    d->applyShapeStyle();
+    d->painter->drawEllipse(QPointF(centro), r, r);
 }
 
 void Surface::paintPicture(const QImage &picture, double x, double y, double width, double height)
@@ -276,8 +400,11 @@ void Surface::paintPicture(const QImage &picture, double x, double y, double wid
 void Surface::print(const QString &text)
 {
     if (d->painter) {
-        d->painter->setFont(d->fuenteImpresa);
-        d->painter->setPen(d->colour(d->foreColor));
+        if (!d->fuentePuesta) {
+            d->painter->setFont(d->fuenteImpresa);
+            d->fuentePuesta = true;
+        }
+        d->ponerLapiz(d->foreColor, DrawSolid);
         const QPoint esquina(pixel(d->currentX), pixel(d->currentY));
         if (const QStaticText *estatico = d->dispuesto(text))
             d->painter->drawStaticText(esquina, *estatico);
@@ -295,7 +422,7 @@ double Surface::textWidth(const QString &text) const
 
 double Surface::textHeight(const QString &) const
 {
-    return d->medidas.height();
+    return d->alto;
 }
 
 qint32 Surface::backColor() const
