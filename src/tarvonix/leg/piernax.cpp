@@ -499,14 +499,16 @@ void PiernaX::Private::dibujarObjeto(double x, double y, double ancho, double al
         const QString tip = objeto->getTip();
         const qint32 fondo = vista->surface.backColor();
 
-        // Erase the cell to the background.
+        // Erase the cell to the background, unless a plain box covers every
+        // pixel of it anyway: a solid fill inside a solid outline.
+        const bool cubierto = !imagen && forma == FormaCaja && !seleccionado && !activo && ancho > 0 && alto > 0;
         vista->surface.setFillStyle(Surface::FillSolid);
         vista->surface.setFillColor(fondo);
         vista->surface.setForeColor(fondo);
         if (!imagen && forma == FormaCirculo) {
             const double r = ancho / 2 - 1;
             vista->surface.circle(x + r, y + r, r);
-        } else {
+        } else if (!cubierto) {
             vista->surface.box(x, y, x + ancho - 1, y + alto - 1);
         }
 

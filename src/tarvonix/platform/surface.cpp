@@ -368,6 +368,17 @@ void Surface::box(double x1, double y1, double x2, double y2)
     const Qt::PenStyle trazo = penStyle(d->drawStyle);
     if (relleno == Qt::SolidPattern && trazo == Qt::SolidLine && d->colour(d->foreColor) == d->colour(d->fillColor))
         return;
+    if (trazo == Qt::SolidLine && corners.width() * corners.height() > 1) {
+        // The same pixels as the outline, filled as four strips: several times faster.
+        const QColor colour = d->colour(d->foreColor);
+        d->painter->fillRect(QRect(corners.left(), corners.top(), corners.width(), 1), colour);
+        d->painter->fillRect(QRect(corners.left(), corners.bottom(), corners.width(), 1), colour);
+        if (corners.height() > 2) {
+            d->painter->fillRect(QRect(corners.left(), corners.top() + 1, 1, corners.height() - 2), colour);
+            d->painter->fillRect(QRect(corners.right(), corners.top() + 1, 1, corners.height() - 2), colour);
+        }
+        return;
+    }
     d->ponerLapiz(d->foreColor, d->drawStyle);
     d->ponerBrocha(0, FillTransparent);
     d->painter->drawRect(corners.x(), corners.y(), corners.width() - 1, corners.height() - 1);
