@@ -21,7 +21,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <unordered_map>
 #include <vector>
 
 namespace tarvonix {
@@ -126,9 +125,10 @@ enum class Eje { Horizontal, Vertical };
 struct Ajuste
 {
     bool valido = false;
+    bool repintar = false;
     int ancho = 0;
     int alto = 0;
-    std::unordered_map<const IObjeto *, size_t> hojas; // each child's leaf
+    std::vector<std::pair<const IObjeto *, size_t>> hojas; // each child's leaf, ordered by address
     size_t primeraHoja = 1;
     std::vector<int> derechas; // max trees: node i over nodes 2i and 2i + 1, leaves from primeraHoja
     std::vector<int> fondos;
@@ -136,13 +136,14 @@ struct Ajuste
     void llenar(const std::vector<std::pair<const IObjeto *, std::pair<int, int>>> &extremos)
     {
         hojas.clear();
+        hojas.reserve(extremos.size());
         primeraHoja = 1;
         while (primeraHoja < extremos.size())
             primeraHoja *= 2;
         derechas.assign(2 * primeraHoja, std::numeric_limits<int>::min());
         fondos.assign(2 * primeraHoja, std::numeric_limits<int>::min());
         for (size_t i = 0; i < extremos.size(); ++i) {
-            hojas.emplace(extremos[i].first, primeraHoja + i);
+            hojas.emplace_back(extremos[i].first, primeraHoja + i);
             derechas[primeraHoja + i] = extremos[i].second.first;
             fondos[primeraHoja + i] = extremos[i].second.second;
         }
@@ -150,6 +151,14 @@ struct Ajuste
             derechas[i] = std::max(derechas[2 * i], derechas[2 * i + 1]);
             fondos[i] = std::max(fondos[2 * i], fondos[2 * i + 1]);
         }
+        std::sort(hojas.begin(), hojas.end());
+    }
+
+    //! The leaf of \a hijo, or 0 for an object that is not one of the children.
+    size_t hojaDe(const IObjeto *hijo) const
+    {
+        const auto it = std::lower_bound(hojas.begin(), hojas.end(), std::pair<const IObjeto *, size_t>(hijo, 0));
+        return it != hojas.end() && it->first == hijo ? it->second : 0;
     }
 
     void anotar(size_t hoja, int derecha, int fondo)
@@ -518,16 +527,20 @@ void ContenedorX::Private::redibujarHijo(const QString &etiqueta, const ObjetoPt
     // collection order; what each keeps is the check that the child is ours.
     trap(etiqueta, [&] {
         const IObjeto &hijo = requerido(o);
-        // Whatever moved or resized the child, its box in the index follows; a layout
-        // operation fills the index again once it is done.
-        const QRectF area = cajaIndice(hijo);
-        if (!ajuste)
+        const bool nuestro = hijo.getPadre() == requerido(objeto).getCodigo();
+        // A layout operation moves many children: the index is filled again and the
+        // whole control repainted once, when it is done.
+        if (ajuste) {
+            ajuste->repintar = ajuste->repintar || nuestro;
+        } else {
+            // Whatever moved or resized the child, its box in the index follows.
+            const QRectF area = cajaIndice(hijo);
             vista->indice.mover(&hijo, area);
-        if (hijo.getPadre() != requerido(objeto).getCodigo()) {
-            reportError(etiqueta + QStringLiteral("No se encontró padre del objeto en primer nivel"));
-            return;
+            if (nuestro)
+                invalidar(area);
         }
-        invalidar(area);
+        if (!nuestro)
+            reportError(etiqueta + QStringLiteral("No se encontró padre del objeto en primer nivel"));
     });
 }
 
@@ -564,11 +577,9 @@ void ContenedorX::Private::validarControl(const ObjetoPtr &cambiado)
         if (ajuste && ajuste->valido && cambiado) {
             // Within one layout operation: only the changed object moved since the last fit.
             ajuste->valido = false;
-            const auto hoja = ajuste->hojas.find(cambiado.get());
-            if (hoja != ajuste->hojas.end()) {
+            if (const size_t hoja = ajuste->hojaDe(cambiado.get())) {
                 validar(cambiado);
-                ajuste->anotar(hoja->second, cambiado->getX() + cambiado->getAncho(),
-                               cambiado->getY() + cambiado->getAlto());
+                ajuste->anotar(hoja, cambiado->getX() + cambiado->getAncho(), cambiado->getY() + cambiado->getAlto());
             }
             ajuste->valido = true;
             right = std::max(right, ajuste->derechas[1]);
@@ -636,6 +647,8 @@ void ContenedorX::Private::terminarAjuste() noexcept
     if (!ajuste)
         return;
     const QSize tamano(ajuste->ancho, ajuste->alto);
+    if (ajuste->repintar)
+        q->update();
     ajuste.reset();
     indexados = -1;
     trap(QStringLiteral("ContenedorX.validarControl->"), [&] {
