@@ -15,6 +15,7 @@
 #include <tarvonix/views/vistax_p.h>
 #include <tarvonix/widgets/dummy.h>
 
+#include <QHash>
 #include <QPainter>
 #include <QScopeGuard>
 
@@ -128,7 +129,7 @@ struct Ajuste
     bool repintar = false;
     int ancho = 0;
     int alto = 0;
-    std::vector<std::pair<const IObjeto *, size_t>> hojas; // each child's leaf, ordered by address
+    QHash<const IObjeto *, size_t> hojas; // each child's leaf
     size_t primeraHoja = 1;
     std::vector<int> derechas; // max trees: node i over nodes 2i and 2i + 1, leaves from primeraHoja
     std::vector<int> fondos;
@@ -136,14 +137,14 @@ struct Ajuste
     void llenar(const std::vector<std::pair<const IObjeto *, std::pair<int, int>>> &extremos)
     {
         hojas.clear();
-        hojas.reserve(extremos.size());
+        hojas.reserve(qsizetype(extremos.size()));
         primeraHoja = 1;
         while (primeraHoja < extremos.size())
             primeraHoja *= 2;
         derechas.assign(2 * primeraHoja, std::numeric_limits<int>::min());
         fondos.assign(2 * primeraHoja, std::numeric_limits<int>::min());
         for (size_t i = 0; i < extremos.size(); ++i) {
-            hojas.emplace_back(extremos[i].first, primeraHoja + i);
+            hojas.insert(extremos[i].first, primeraHoja + i);
             derechas[primeraHoja + i] = extremos[i].second.first;
             fondos[primeraHoja + i] = extremos[i].second.second;
         }
@@ -151,23 +152,29 @@ struct Ajuste
             derechas[i] = std::max(derechas[2 * i], derechas[2 * i + 1]);
             fondos[i] = std::max(fondos[2 * i], fondos[2 * i + 1]);
         }
-        std::sort(hojas.begin(), hojas.end());
     }
 
     //! The leaf of \a hijo, or 0 for an object that is not one of the children.
-    size_t hojaDe(const IObjeto *hijo) const
-    {
-        const auto it = std::lower_bound(hojas.begin(), hojas.end(), std::pair<const IObjeto *, size_t>(hijo, 0));
-        return it != hojas.end() && it->first == hijo ? it->second : 0;
-    }
+    size_t hojaDe(const IObjeto *hijo) const { return hojas.value(hijo, 0); }
 
     void anotar(size_t hoja, int derecha, int fondo)
     {
-        derechas[hoja] = derecha;
-        fondos[hoja] = fondo;
-        for (size_t i = hoja / 2; i >= 1; i /= 2) {
-            derechas[i] = std::max(derechas[2 * i], derechas[2 * i + 1]);
-            fondos[i] = std::max(fondos[2 * i], fondos[2 * i + 1]);
+        subir(derechas, hoja, derecha);
+        subir(fondos, hoja, fondo);
+    }
+
+    // Up from the leaf only as far as the maxima change: a move along one axis
+    // leaves the other tree alone, and most moves stop near the leaf.
+    static void subir(std::vector<int> &arbol, size_t nodo, int valor)
+    {
+        if (arbol[nodo] == valor)
+            return;
+        arbol[nodo] = valor;
+        for (nodo /= 2; nodo >= 1; nodo /= 2) {
+            const int mayor = std::max(arbol[2 * nodo], arbol[2 * nodo + 1]);
+            if (arbol[nodo] == mayor)
+                return;
+            arbol[nodo] = mayor;
         }
     }
 };
