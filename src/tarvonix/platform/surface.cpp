@@ -5,6 +5,7 @@
 
 #include <QFontMetrics>
 #include <QHash>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QStaticText>
 #include <QWidget>
@@ -54,6 +55,22 @@ Qt::BrushStyle brushStyle(int fillStyle)
     default:
         return Qt::NoBrush;
     }
+}
+
+// The part of \a widget that its parents let show, in its own coordinates, up to the window
+// or the widget being rendered.
+QRect areaVisible(const QWidget *widget)
+{
+    QRect area = widget->rect();
+    QPoint desplazamiento;
+    for (const QWidget *w = widget; !w->isWindow() && !w->property(Surface::raizDeDibujo).toBool();) {
+        desplazamiento += w->pos();
+        w = w->parentWidget();
+        if (!w)
+            break;
+        area &= w->rect().translated(-desplazamiento);
+    }
+    return area;
 }
 
 int sign(int value)
@@ -200,8 +217,13 @@ Surface::Painting::Painting(Surface &surface, QPainter &painter)
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, false);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    if (const auto *widget = dynamic_cast<const QWidget *>(painter.device()))
+    if (const auto *widget = dynamic_cast<const QWidget *>(painter.device())) {
         surface.setPalette(widget->palette());
+        // The raster engine clips each widget to where it shows; PDF, SVG and printers do not,
+        // so the part of a widget its parents hide would show on paper.
+        if (painter.paintEngine() && painter.paintEngine()->type() != QPaintEngine::Raster)
+            painter.setClipRect(areaVisible(widget), Qt::IntersectClip);
+    }
     surface.d->painter = &painter;
 }
 
