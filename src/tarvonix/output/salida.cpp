@@ -16,6 +16,7 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QPicture>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QSaveFile>
@@ -56,6 +57,19 @@ Dibujo dibujoDe(QWidget *widget)
                                QWidget::DrawWindowBackground | QWidget::DrawChildren);
                 widget->setProperty(Surface::raizDeDibujo, QVariant());
             } };
+}
+
+// A frame's view draws only what the frame shows: for its whole content it is told it all shows.
+Dibujo contenidoDe(FrameX *frame)
+{
+    VistaX *vista = frame->vista();
+    Dibujo dibujo = dibujoDe(vista);
+    dibujo.pintar = [frame, vista, pintar = dibujo.pintar](QPainter &painter) {
+        vista->setViewPort(0, 0, float(vista->width()), float(vista->height()));
+        pintar(painter);
+        frame->setViewPort(vista);
+    };
+    return dibujo;
 }
 
 FrameX *frameDe(MapaX *mapa, const ObjetoPtr &obj)
@@ -169,7 +183,7 @@ bool Salida::exportarMapa(MapaX *mapa, const QString &archivo, int ppp)
 
 bool Salida::exportarFrame(MapaX *mapa, const ObjetoPtr &obj, const QString &archivo, int ppp)
 {
-    return exportar("exportarFrame", archivo, ppp, [&] { return dibujoDe(frameDe(mapa, obj)->vista()); });
+    return exportar("exportarFrame", archivo, ppp, [&] { return contenidoDe(frameDe(mapa, obj)); });
 }
 
 bool Salida::exportarLeyenda(MapaX *mapa, const QString &archivo, int ppp)
@@ -192,7 +206,7 @@ bool Salida::imprimir(MapaX *mapa, QPrinter *printer, const ObjetoPtr &obj, int 
     return trap(QStringLiteral("Salida.imprimir->"), [&] {
         if (!mapa || !printer)
             throw Error(Error::ObjectNotSet);
-        const Dibujo dibujo = obj ? dibujoDe(frameDe(mapa, obj)->vista()) : dibujoDe(mapa);
+        const Dibujo dibujo = obj ? contenidoDe(frameDe(mapa, obj)) : dibujoDe(mapa);
         const ObjetoPtr impreso = obj ? obj : mapa->getFrame();
         const std::unique_ptr<ReferenciasX> lista = leyendaDe(impreso);
         QString linea = titulo;
@@ -223,19 +237,31 @@ bool Salida::imprimir(MapaX *mapa, QPrinter *printer, const ObjetoPtr &obj, int 
             std::max({ dibujo.tamano.width(), leyenda.width(), medidas.horizontalAdvance(linea) }),
             lista ? arribaLeyenda + leyenda.height() : altoTitulo + dibujo.tamano.height());
 
+        // The sheet is recorded once and played onto each page: played, the widgets' text is
+        // laid out for the printer, and stays text in a PDF file.
+        QPicture grabada;
+        {
+            QPainter grabador(&grabada);
+            grabador.setFont(fuenteTitulo);
+            grabador.setPen(Qt::black);
+            grabador.drawText(QPointF(0, medidas.ascent()), linea);
+            grabador.translate(0, altoTitulo);
+            dibujo.pintar(grabador);
+            if (lista) {
+                grabador.translate(0, arribaLeyenda - altoTitulo);
+                dibujoDe(lista.get()).pintar(grabador);
+            }
+        }
         QPainter painter;
         if (!painter.begin(printer))
             throw Error(Error::InvalidArgument,
                         QStringLiteral("Cannot print to %1")
                             .arg(printer->outputFileName().isEmpty() ? printer->printerName()
                                                                      : printer->outputFileName()));
-        const QRectF pagina
-            = printer->pageLayout()
-                  .paintRectPixels(printer->resolution())
-                  .translated(-printer->pageLayout().paintRectPixels(printer->resolution()).topLeft());
-        const double natural = printer->resolution() / pppPantalla;
+        const QRect area = printer->pageLayout().paintRectPixels(printer->resolution());
+        const QRectF pagina(QPointF(), area.size());
         const double escala = paginas == VariasPaginas
-            ? natural
+            ? printer->resolution() / pppPantalla
             : std::min(pagina.width() / hoja.width(), pagina.height() / hoja.height());
         const int columnas
             = paginas == VariasPaginas ? int(std::ceil(hoja.width() * escala / pagina.width())) : 1;
@@ -248,16 +274,10 @@ bool Salida::imprimir(MapaX *mapa, QPrinter *printer, const ObjetoPtr &obj, int 
                 painter.save();
                 painter.setClipRect(pagina);
                 painter.translate(-columna * pagina.width(), -fila * pagina.height());
-                painter.scale(escala, escala);
-                painter.setFont(fuenteTitulo);
-                painter.setPen(Qt::black);
-                painter.drawText(QPointF(0, medidas.ascent()), linea);
-                painter.translate(0, altoTitulo);
-                dibujo.pintar(painter);
-                if (lista) {
-                    painter.translate(0, arribaLeyenda - altoTitulo);
-                    dibujoDe(lista.get()).pintar(painter);
-                }
+                // A picture plays at the device's resolution: its own units are taken back out.
+                painter.scale(escala * grabada.logicalDpiX() / printer->logicalDpiX(),
+                              escala * grabada.logicalDpiY() / printer->logicalDpiY());
+                painter.drawPicture(0, 0, grabada);
                 painter.restore();
             }
         }

@@ -298,10 +298,14 @@ void Surface::paintPicture(const QImage &picture, double x, double y, double wid
 void Surface::print(const QString &text)
 {
     if (d->painter) {
-        d->painter->setFont(d->fuenteImpresa);
+        // On paper and in files the text stays text a reader can find, with the characters behind
+        // its glyphs: neither a static text nor an aliased font keeps them once the page is scaled.
+        const QPaintEngine *motor = d->painter->paintEngine();
+        const bool raster = motor && motor->type() == QPaintEngine::Raster;
+        d->painter->setFont(raster ? d->fuenteImpresa : d->font);
         d->painter->setPen(d->colour(d->foreColor));
         const QPoint esquina(pixel(d->currentX), pixel(d->currentY));
-        if (const QStaticText *estatico = d->dispuesto(text))
+        if (const QStaticText *estatico = raster ? d->dispuesto(text) : nullptr)
             d->painter->drawStaticText(esquina, *estatico);
         else
             d->painter->drawText(esquina + QPoint(0, d->medidas.ascent()), text);
