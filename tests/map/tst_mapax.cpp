@@ -5,6 +5,7 @@
 #include <tarvonix/model/lote.h>
 #include <tarvonix/model/pierna.h>
 #include <tarvonix/model/ubicacion.h>
+#include <tarvonix/views/vistax.h>
 
 #include "dragdriver.h"
 #include "errorcatcher.h"
@@ -12,6 +13,8 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QNativeGestureEvent>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -259,6 +262,154 @@ private Q_SLOTS:
         QVERIFY(!s.mapa.control(u"caja"_s));
         for (const QString &nombre : s.mapa.controlNames().mid(1))
             QVERIFY(s.mapa.control(nombre)->isEnabled());
+    }
+
+    void wheelAndPinch_data()
+    {
+        QTest::addColumn<int>("teclas");
+        QTest::addColumn<QPoint>("rueda");
+        QTest::addColumn<double>("pinza"); // a pinch instead of the wheel when not 0
+        QTest::addColumn<QPoint>("barras"); // how far the bars moved for a scroll
+        QTest::addColumn<double>("escala");
+        QTest::newRow("wheel") << 0 << QPoint(0, -120) << 0.0 << QPoint(0, 30) << 1.0;
+        QTest::newRow("Shift+wheel") << int(Qt::ShiftModifier) << QPoint(0, -120) << 0.0 << QPoint(30, 0)
+                                     << 1.0;
+        QTest::newRow("tilted wheel") << 0 << QPoint(-240, 0) << 0.0 << QPoint(60, 0) << 1.0;
+        QTest::newRow("Ctrl+wheel") << int(Qt::ControlModifier) << QPoint(0, 120) << 0.0 << QPoint() << 1.2;
+        QTest::newRow("Ctrl+wheel, floor")
+            << int(Qt::ControlModifier) << QPoint(0, -2400) << 0.0 << QPoint() << 0.25;
+        QTest::newRow("pinch") << 0 << QPoint() << 0.5 << QPoint() << 1.5;
+    }
+    void wheelAndPinch()
+    {
+        QFETCH(int, teclas);
+        QFETCH(QPoint, rueda);
+        QFETCH(double, pinza);
+        QFETCH(QPoint, barras);
+        QFETCH(double, escala);
+        Sitio s;
+        const auto z = nave(u"Z"_s, u"N"_s, false, { { 10, 10, 50, 40 }, { 900, 700, 50, 40 } }); // both bars
+        s.mapa.add(z);
+        s.mapa.show(z);
+        QSignalSpy escalado(&s.mapa, &MapaX::escalado);
+        QWidget *vista = s.conten(z);
+        auto *h = s.frame(u"NZ"_s)->findChild<QScrollBar *>(u"horiz"_s),
+             *v = s.frame(u"NZ"_s)->findChild<QScrollBar *>(u"vert"_s);
+        const QPoint p(300, 200), enFrame = vista->mapTo(s.frame(u"NZ"_s), p);
+        if (pinza != 0) {
+            QNativeGestureEvent gesto(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, p,
+                                      p, vista->mapToGlobal(p), pinza, {});
+            QApplication::sendEvent(vista, &gesto);
+        } else {
+            QWheelEvent giro(p, vista->mapToGlobal(p), {}, rueda, {}, Qt::KeyboardModifiers(teclas),
+                             Qt::NoScrollPhase, false);
+            QApplication::sendEvent(vista, &giro);
+        }
+        QCOMPARE(QPoint(h->value(), v->value()), escala == 1 ? barras : QPoint(h->value(), v->value()));
+        QCOMPARE(s.frame(u"NZ"_s)->escala(), float(escala));
+        QCOMPARE(escalado.count(), escala == 1 ? 0 : 1);
+        if (escala > 1) { // the point under the pointer stays there
+            QVERIFY((vista->mapTo(s.frame(u"NZ"_s), p * escala) - enFrame).manhattanLength() <= 2);
+            QVERIFY(escalado.at(0).at(0).value<ObjetoPtr>() == z
+                    && escalado.at(0).at(1).toFloat() == float(escala));
+        }
+    }
+
+    // Drawn at a device pixel ratio, lines, hatching and text take device pixels; a press hits in logical
+    // ones.
+    void crispAtEveryRatio_data()
+    {
+        QTest::addColumn<double>("ratio");
+        for (const double ratio : { 1.25, 1.5, 2.0 })
+            QTest::addRow("%g", ratio) << ratio;
+    }
+    void crispAtEveryRatio()
+    {
+        QFETCH(double, ratio);
+        Sitio s;
+        s.mapa.show(s.a);
+        s.mapa.seleccionar(s.a, u"AD2"_s); // hatched
+        const ObjetoPtr d1 = s.a->getObjetos()->Item(1);
+        d1->setColor(0x000080), d1->setTip(u"AD1"_s);
+        QWidget *vista = s.conten(s.a);
+        QImage imagen(vista->size() * ratio, QImage::Format_RGB32),
+            llana(vista->size(), QImage::Format_RGB32);
+        imagen.setDevicePixelRatio(ratio);
+        vista->render(&imagen), vista->render(&llana);
+        const auto en = [&](double x, double y) {
+            return imagen.pixelColor(int(x * ratio), int(y * ratio));
+        };
+        // AD1 at (12, 12) 50 x 40 in the view: one device pixel of black outline, then its fill.
+        int negros = 0;
+        for (int x = int(12 * ratio) - 2; x <= int(12 * ratio) + 3; ++x)
+            negros += imagen.pixelColor(x, int(30 * ratio)) == Qt::black;
+        QVERIFY(negros == 1 && en(16, 16) == QColor(0x80, 0, 0));
+        // Its tip in two colours, not the plain drawing enlarged; AD2's hatch in one-pixel lines.
+        const QRect tip(QPointF(16 * ratio, 16 * ratio).toPoint(), QSize(40, 30) * ratio);
+        QVERIFY(imagen.copy(tip) != llana.scaled(imagen.size()).copy(tip));
+        int gruesos = 0;
+        for (int y = int(76 * ratio); y < int(110 * ratio); ++y) {
+            for (int x = int(16 * ratio); x < int(50 * ratio); ++x) {
+                const QColor c = imagen.pixelColor(x, y);
+                QVERIFY(c == Qt::white || c == Qt::black || c == QColor(0x80, 0, 0) || x > int(30 * ratio));
+                gruesos += c != Qt::white && imagen.pixelColor(x + 1, y) == c
+                    && imagen.pixelColor(x, y + 1) == c && imagen.pixelColor(x + 1, y + 1) == c;
+            }
+        }
+        QCOMPARE(gruesos, 0);
+        QTest::mouseClick(vista, Qt::LeftButton, {}, QPoint(11, 30)); // the room
+        QTest::mouseClick(vista, Qt::LeftButton, {}, QPoint(12, 30)); // AD1's first column
+        QVERIFY(s.click.count() == 2 && s.click.at(0).at(0).value<ObjetoPtr>() != d1);
+        QCOMPARE(s.click.at(1).at(0).value<ObjetoPtr>(), d1);
+    }
+
+    void revealFindsAndShows_data()
+    {
+        QTest::addColumn<QString>("codigo");
+        QTest::addColumn<QString>("frame"); // none when nothing is found
+        QTest::addColumn<QString>("hallado");
+        QTest::newRow("the last of 4000 barrels") << u"b40-100"_s << u"P1"_s << u"B40-100"_s;
+        QTest::newRow("a position's code") << u"13007"_s << u"P1"_s << u"B3-7"_s;
+        QTest::newRow("a vessel") << u"ad2"_s << u"NA"_s << u"AD2"_s;
+        QTest::newRow("a root") << u"b"_s << u"NB"_s << u"B"_s;
+        QTest::newRow("nothing") << u"Z9"_s << QString() << QString();
+    }
+    void revealFindsAndShows()
+    {
+        QFETCH(QString, codigo);
+        QFETCH(QString, frame);
+        QFETCH(QString, hallado);
+        Sitio s;
+        auto pierna = std::make_shared<Pierna>();
+        pierna->setCodigo(u"1"_s);
+        pierna->setEscalas(40);
+        for (qint16 t = 1; t <= 40; ++t) {
+            pierna->setEscala(t, 100);
+            for (qint16 p = 1; p <= 100; ++p) {
+                auto barrica = std::make_shared<Lote>();
+                barrica->setCodigo(u"B%1-%2"_s.arg(t).arg(p));
+                barrica->setPadre(pierna->getUbicacion(t, p)->getCodigo());
+                pierna->setObjeto(t, p, barrica);
+            }
+        }
+        s.mapa.add(pierna);
+        s.mapa.show(s.a);
+        s.mapa.seleccionar(s.a, u"AD1"_s);
+        const ObjetoPtr objeto = s.mapa.revelar(codigo);
+        FrameX *donde = s.frame(frame.isEmpty() ? u"NA"_s : frame);
+        QCOMPARE(objeto ? objeto->getCodigo() : QString(), hallado);
+        QVERIFY(s.mapa.getFrame() == donde->getObjeto() && donde->isVisible());
+        QVERIFY(s.errors.messages().isEmpty());
+        if (objeto == donde->getObjeto()) // a root is shown and activated; nothing in it changes
+            return;
+        const auto seleccion = s.mapa.getSelected();
+        QVERIFY(seleccion->count() == 1
+                && seleccion->Item(1) == (objeto ? objeto : s.a->getObjetos()->Item(1)));
+        if (objeto) { // active, and where the frame shows it
+            auto *vista = donde->vista();
+            QVERIFY(s.mapa.getActive() == objeto
+                    && vista->visibleRegion().boundingRect().contains(vista->areaDe(objeto)));
+        }
     }
 
     // Root objects pass through the real map, frames, container and leg view, as a host uses them.
