@@ -126,15 +126,15 @@ void escribir(const Dibujo &dibujo, const QString &archivo, int ppp)
                         .arg(QDir::toNativeSeparators(archivo), salida.errorString()));
     bool hecho = true;
     if (formato == QLatin1String("png")) {
-        // Drawn at the device's resolution, as on a screen with that pixel ratio.
+        // Drawn at the file's resolution by a scaled painter, as on a screen with that pixel
+        // ratio; an image's own ratio is not honoured below 1.
         QImage imagen(pixeles, QImage::Format_RGB32);
         imagen.fill(Qt::white);
-        imagen.setDevicePixelRatio(factor);
         {
             QPainter painter(&imagen);
+            painter.scale(factor, factor);
             dibujo.pintar(painter);
         }
-        imagen.setDevicePixelRatio(1);
         imagen.setDotsPerMeterX(qRound(ppp / 0.0254));
         imagen.setDotsPerMeterY(qRound(ppp / 0.0254));
         hecho = imagen.save(&salida, "PNG");
