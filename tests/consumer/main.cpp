@@ -6,8 +6,6 @@
 #include <tarvonix/tarvonix.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QImage>
 
 #include <cstdio>
@@ -41,13 +39,6 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "consumer: the map drew nothing of the vessel\n");
         return 1;
     }
-    // Export links Qt SVG and Qt Print Support in: a package without them fails here.
-    const QString svg = QDir::temp().filePath(QStringLiteral("tarvonix-consumer.svg"));
-    if (!Salida::exportarMapa(&mapa, svg) || QFileInfo(svg).size() == 0) {
-        std::fprintf(stderr, "consumer: the map was not exported to SVG\n");
-        return 1;
-    }
-    QFile::remove(svg);
     std::printf("consumer: the map drew the vessel (%d pixels)\n", drawn);
     return 0;
 }
