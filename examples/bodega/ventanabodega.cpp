@@ -75,6 +75,7 @@ void VentanaBodega::crearMenu()
     connect(varias, &QAction::toggled, this, [this](bool valor) { m_variasPaginas = valor; });
     archivo->addAction(QStringLiteral("Vista previa…"), this, [this] {
         QPrintPreviewDialog vista(this);
+        vista.resize(900, 700);
         connect(&vista, &QPrintPreviewDialog::paintRequested, this, &VentanaBodega::imprimir);
         vista.exec();
     });
