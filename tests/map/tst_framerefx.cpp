@@ -33,9 +33,7 @@ private Q_SLOTS:
         Anfitrion host;
         RecordingMapa mapa;
         auto *leyenda = new FrameRefX(&host);
-        leyenda->setRoot(&mapa);
-        leyenda->resize(100, 50);
-        host.show();
+        leyenda->setRoot(&mapa), leyenda->resize(100, 50), host.show();
         const auto pulsar = [&](const QString &nombre) {
             QTest::mousePress(leyenda->findChild<QWidget *>(nombre), Qt::LeftButton, {}, QPoint(5, 5));
         };

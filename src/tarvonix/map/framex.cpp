@@ -340,19 +340,13 @@ bool FrameX::Private::rueda(const QWheelEvent &event)
         zoom(float(escala * std::pow(pasoZoom, angulo.y() / 120.0)), event.position());
         return true;
     }
-    // Shift turns the wheel sideways; a touchpad's pixels count as they are.
+    // Shift turns the wheel sideways, as a wheel tilted left or right does. A notch is 120.
     const bool lateral = (event.modifiers() & Qt::ShiftModifier) || angulo.y() == 0;
     QScrollBar *bar = lateral ? horiz : vert;
     if (!(lateral ? horizEnUso : vertEnUso))
         return false;
-    const QPoint pixeles = event.pixelDelta();
-    int paso = 0;
-    if (!pixeles.isNull())
-        paso = lateral ? (pixeles.x() ? pixeles.x() : pixeles.y()) : pixeles.y();
-    else
-        paso = (lateral ? (angulo.x() ? angulo.x() : angulo.y()) : angulo.y()) * pasosPorMuesca
-            * bar->singleStep() / 120;
-    bar->setValue(bar->value() - paso);
+    const int giro = lateral && angulo.x() != 0 ? angulo.x() : angulo.y();
+    bar->setValue(bar->value() - giro * pasosPorMuesca * bar->singleStep() / 120);
     return true;
 }
 
