@@ -43,7 +43,11 @@ private Q_SLOTS:
         QTest::newRow("0 dpi") << 0 << u"m.png"_s << 0 << u"Resolution 0 dpi out of"_s << -1;
         QTest::newRow("9600 dpi") << 0 << u"m.png"_s << 9600 << u"Resolution 9600 dpi"_s << -1;
         QTest::newRow("too large") << 0 << u"m.png"_s << 2400 << u"A picture of 35000 x 10000"_s << -1;
-        QTest::newRow("no frame") << 1 << u"f.svg"_s << 96 << u"Control not found"_s << -1;
+        const QString sinObjeto = u"Object variable or With block variable not set"_s;
+        QTest::newRow("no frame") << 1 << u"f.svg"_s << 96 << sinObjeto << -1;
+        QTest::newRow("no map") << 2 << u"l.svg"_s << 96 << sinObjeto << -1;
+        QTest::newRow("print, frame not there") << 3 << u"p.pdf"_s << 0 << u"Control not found"_s << -1;
+        QTest::newRow("print, unwritable") << 4 << u"/nonexistent/p.pdf"_s << 0 << u"Cannot print to"_s << -1;
     }
     void exportarEImprimir()
     {
@@ -65,24 +69,31 @@ private Q_SLOTS:
         const QString ruta = QDir(carpeta.path()).filePath(archivo);
         if (archivo.endsWith(u"pdf"_s) && QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
             QSKIP("pdftotext (poppler-utils) is not installed");
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFileName(ruta);
         if (que == 5 && !QPrinterInfo::availablePrinters().isEmpty())
             QSKIP("A printer is installed here");
-        printer.setOutputFormat(que == 5 ? QPrinter::NativeFormat : QPrinter::PdfFormat);
-        const bool hecho = que == 0 ? Salida::exportarMapa(&mapa, ruta, ppp)
-            : que == 1 ? Salida::exportarFrame(&mapa, paginas < 0 ? naves::nave(u"Z"_s) : a, ruta, ppp)
-            : que == 2 ? Salida::exportarLeyenda(&mapa, ruta, ppp)
-                       : Salida::imprimir(&mapa, &printer, que < 5 ? a : nullptr, que == 4);
+        QPrinter printer(QPrinter::HighResolution);
+        if (que == 5) // no printer here: Qt prints to PDF, into the documents folder as none was chosen
+            qputenv("HOME", carpeta.path().toLocal8Bit()), QDir(carpeta.path()).mkdir(u"Documents"_s);
+        else
+            printer.setOutputFileName(ruta), printer.setOutputFormat(QPrinter::PdfFormat);
+        const ObjetoPtr frame = paginas >= 0 || que == 4 ? a : que == 3 ? naves::nave(u"Z"_s) : nullptr;
+        MapaX *enMapa = paginas < 0 && que == 2 ? nullptr : &mapa;
+        const bool hecho = que == 0 ? Salida::exportarMapa(enMapa, ruta, ppp)
+            : que == 1              ? Salida::exportarFrame(enMapa, frame, ruta, ppp)
+            : que == 2              ? Salida::exportarLeyenda(enMapa, ruta, ppp)
+                                    : Salida::imprimir(enMapa, &printer, que < 5 ? frame : nullptr, que == 4);
         if (paginas < 0) { // refused, with no file left behind, not even half of one
             QVERIFY(!hecho && QDir(carpeta.path()).isEmpty() && !QFile::exists(ruta));
             QCOMPARE(errors.messages().size(), 1);
+            const char *operaciones[]
+                = { "exportarMapa", "exportarFrame", "exportarLeyenda", "imprimir", "imprimir" };
             QVERIFY2(errors.messages().at(0).startsWith(
-                         u"Salida.exportar%1->%2"_s.arg(que ? u"Frame"_s : u"Mapa"_s, textos)),
+                         u"Salida.%1->%2"_s.arg(QLatin1String(operaciones[que]), textos)),
                      qPrintable(errors.messages().at(0)));
             return;
         }
         QVERIFY(hecho && errors.messages().isEmpty() && printer.outputFormat() == QPrinter::PdfFormat);
+        QVERIFY(que != 5 || printer.outputFileName() == carpeta.filePath(u"Documents/Mapa.pdf"_s));
         QString texto;
         if (archivo.endsWith(u"png"_s)) {
             // The vessels' fills away from their tips, 2 from the view's edge; AD2 is out of its frame's
@@ -109,7 +120,8 @@ private Q_SLOTS:
                     && rects.contains(u"202,12"_s) != (que == 2));
         } else {
             QProcess pdftotext; // pages apart by form feeds
-            pdftotext.start(QStandardPaths::findExecutable(u"pdftotext"_s), { ruta, u"-"_s });
+            pdftotext.start(QStandardPaths::findExecutable(u"pdftotext"_s),
+                            { que < 3 ? ruta : printer.outputFileName(), u"-"_s });
             QVERIFY(pdftotext.waitForFinished());
             texto = QString::fromUtf8(pdftotext.readAllStandardOutput());
             QCOMPARE(texto.count(u'\f'), paginas);

@@ -18,7 +18,6 @@
 #include <QPdfWriter>
 #include <QPicture>
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QSvgGenerator>
@@ -120,12 +119,8 @@ void escribir(const Dibujo &dibujo, const QString &archivo, int ppp)
 
     // Written beside the file and renamed over it at the end: a failure leaves nothing behind.
     QSaveFile salida(archivo);
-    if (!salida.open(QIODevice::WriteOnly))
-        throw Error(Error::InvalidArgument,
-                    QStringLiteral("Cannot write %1: %2")
-                        .arg(QDir::toNativeSeparators(archivo), salida.errorString()));
-    bool hecho = true;
-    if (formato == QLatin1String("png")) {
+    bool hecho = salida.open(QIODevice::WriteOnly);
+    if (hecho && formato == QLatin1String("png")) {
         // Drawn at the file's resolution by a scaled painter, as on a screen with that pixel
         // ratio; an image's own ratio is not honoured below 1.
         QImage imagen(pixeles, QImage::Format_RGB32);
@@ -138,7 +133,7 @@ void escribir(const Dibujo &dibujo, const QString &archivo, int ppp)
         imagen.setDotsPerMeterX(qRound(ppp / 0.0254));
         imagen.setDotsPerMeterY(qRound(ppp / 0.0254));
         hecho = imagen.save(&salida, "PNG");
-    } else if (formato == QLatin1String("svg")) {
+    } else if (hecho && formato == QLatin1String("svg")) {
         QSvgGenerator svg;
         svg.setOutputDevice(&salida);
         svg.setSize(dibujo.tamano);
@@ -148,7 +143,7 @@ void escribir(const Dibujo &dibujo, const QString &archivo, int ppp)
         hecho = painter.begin(&svg);
         if (hecho)
             dibujo.pintar(painter);
-    } else {
+    } else if (hecho) {
         QPdfWriter pdf(&salida);
         pdf.setResolution(int(pppPantalla));
         pdf.setPageMargins(QMarginsF());
@@ -215,15 +210,11 @@ bool Salida::imprimir(MapaX *mapa, QPrinter *printer, const ObjetoPtr &obj, int 
         if (linea.isEmpty())
             linea = obj ? obj->getTipo() + obj->getCodigo() : QStringLiteral("Mapa");
 
-        // With no printer installed, the paper becomes a PDF file.
-        if (printer->outputFormat() == QPrinter::NativeFormat
-            && QPrinterInfo::availablePrinters().isEmpty()) {
-            printer->setOutputFormat(QPrinter::PdfFormat);
-            if (printer->outputFileName().isEmpty())
-                printer->setOutputFileName(
-                    QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
-                        .filePath(linea + QStringLiteral(".pdf")));
-        }
+        // With no printer installed Qt prints to PDF: into the user's documents unless a file was chosen.
+        if (printer->outputFormat() == QPrinter::PdfFormat && printer->outputFileName().isEmpty())
+            printer->setOutputFileName(
+                QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+                    .filePath(linea + QStringLiteral(".pdf")));
 
         // The sheet in screen units: the title line, the drawing, the legend below it.
         QFont fuenteTitulo = mapa->font();

@@ -51,10 +51,9 @@ public:
         Prints the content of the frame of \a obj, or the whole map when \a obj
         is none, under a title line (\a titulo, else the object's description)
         and above the legend of the printed object. \a paginas is one of
-        Paginas. A printer asked to print natively where no printer is
-        installed prints to a PDF file instead: the printer's output file
-        name, else "<titulo>.pdf" in the user's documents folder; the
-        printer's outputFileName() says which.
+        Paginas. Where no printer is installed Qt prints to PDF; a printer
+        printing to PDF without a file name writes "<titulo>.pdf" in the user's
+        documents folder, and its outputFileName() says so.
     */
     static bool imprimir(MapaX *mapa, QPrinter *printer, const ObjetoPtr &obj = nullptr,
                          int paginas = AjustarAPagina, const QString &titulo = QString());
