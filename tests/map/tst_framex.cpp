@@ -157,18 +157,15 @@ private Q_SLOTS:
         banco.pulsar(u"titulo"_s);
         Q_EMIT titulo->OLEStartDrag(20, 5, 1);
         QCOMPARE(banco.anfitrion.movidos, QList<QWidget *>{banco.frame});
-        banco.frame->setActivo(nullptr, false);
-        banco.mapa.clear();
+        banco.frame->setActivo(nullptr, false), banco.mapa.clear();
         banco.pulsar(u"mini"_s, Qt::RightButton); // activates, then reports
         banco.pulsar(u"cerrar"_s);
         QCOMPARE(banco.mapa.log().join(u' '), u"setActive(none,2) rightClicked(C1,false) remove(C1)"_s);
         // Minimised, the frame keeps its height, even when it is fitted again.
         const int alto = banco.frame->height();
-        banco.pulsar(u"mini"_s);
-        banco.frame->setMaxViewPort(900, 700);
+        banco.pulsar(u"mini"_s), banco.frame->setMaxViewPort(900, 700);
         QVERIFY(banco.frame->height() == 18 + 6 && banco.hijo(u"mini"_s)->toolTip() == u"Restaurar"_s);
-        banco.mapa.clear();
-        banco.pulsar(u"mini"_s);
+        banco.mapa.clear(), banco.pulsar(u"mini"_s);
         QVERIFY(banco.frame->height() == alto && banco.hijo(u"mini"_s)->toolTip() == u"Minimizar"_s);
         QCOMPARE(banco.mapa.log(), QStringList{u"ensureVisible"_s});
         // Without a root, the failures are reported.

@@ -77,8 +77,7 @@ private Q_SLOTS:
         // The menu key reports the active object, and whether more than it is selected.
         s.mapa.seleccionarTodos(s.a);
         QTest::keyClick(&s.mapa, Qt::Key_Menu);
-        s.mapa.deseleccionarTodos(s.a);
-        s.mapa.seleccionar(s.a, u"AD1"_s);
+        s.mapa.deseleccionarTodos(s.a), s.mapa.seleccionar(s.a, u"AD1"_s);
         QTest::keyClick(&s.mapa, Qt::Key_Menu);
         QVERIFY(s.right.count() == 2 && s.right.at(0).at(0).value<ObjetoPtr>() == d1);
         QVERIFY(s.right.at(0).at(1).toBool() && !s.right.at(1).at(1).toBool());
@@ -233,8 +232,7 @@ private Q_SLOTS:
         // A host deletes the whole map while one of its frames moves: the drag's end finds nothing.
         QTest::newRow("map deleted while moving") << Accion([](Sitio &s) {
             auto *efimero = new MapaX;
-            efimero->add(s.a);
-            efimero->startMove(efimero->control(u"NA"_s));
+            efimero->add(s.a), efimero->startMove(efimero->control(u"NA"_s));
             delete efimero;
             QVERIFY(s.driver.dragging());
             s.driver.finish();
