@@ -307,8 +307,7 @@ private Q_SLOTS:
         d1->setColor(0x000080), d1->setTip(u"AD1"_s);
         QWidget *vista = s.conten(s.a);
         QImage imagen(vista->size() * ratio, QImage::Format_RGB32), llana(vista->size(), QImage::Format_RGB32);
-        imagen.setDevicePixelRatio(ratio);
-        vista->render(&imagen), vista->render(&llana);
+        imagen.setDevicePixelRatio(ratio), vista->render(&imagen), vista->render(&llana);
         // AD1 at (12, 12) 50 x 40 in the view: one device pixel of black outline, then its fill. AD2 is
         // hatched in lines one device pixel wide: ink, but no two-by-two block of it.
         int negros = 0, tinta = 0, gruesos = 0;

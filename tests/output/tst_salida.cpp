@@ -6,7 +6,6 @@
 #include "naves.h"
 
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -20,6 +19,9 @@ class tst_Salida : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    // No print support plugin: printing goes to PDF here, and the leak checker never meets CUPS.
+    void initTestCase() { QCoreApplication::setLibraryPaths({}); }
+
     void exportarEImprimir_data()
     {
         // 0 to 2 export the map, the frame's whole content, the legend; 3 to 5 print the frame on one page,
@@ -66,11 +68,10 @@ private Q_SLOTS:
         mapa.resize(1400, 400), mapa.show(), mapa.add(a), mapa.show(a), mapa.ShowReferences();
         const QWidget *vista = mapa.control(u"NA"_s)->findChild<QWidget *>(u"conten"_s);
         const QString ruta = QDir(carpeta.path()).filePath(archivo);
-        if ((archivo.endsWith(u"pdf"_s) && QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
-            || (que == 5 && !QPrinterInfo::availablePrinters().isEmpty()))
-            QSKIP("No pdftotext (poppler-utils) to read a PDF with, or a printer is installed here");
+        if (archivo.endsWith(u"pdf"_s) && QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
+            QSKIP("pdftotext (poppler-utils) is not installed");
         QPrinter printer(QPrinter::HighResolution);
-        if (que == 5) // no printer here: Qt prints to PDF, into the documents folder as none was chosen
+        if (que == 5) // no printer: Qt prints to PDF, into the documents folder as no file was chosen
             qputenv("HOME", carpeta.path().toLocal8Bit()), QDir(carpeta.path()).mkdir(u"Documents"_s);
         else
             printer.setOutputFileName(ruta), printer.setOutputFormat(QPrinter::PdfFormat);
