@@ -86,6 +86,7 @@ public:
     void setActive(const ObjetoPtr &, IContenedorX *, qint16) override { }
     void ensureVisible(QWidget *) override { }
     void remove(const ObjetoPtr &) override { }
+    void escalado(const ObjetoPtr &, float) override { }
     int oidos = 0;
 };
 

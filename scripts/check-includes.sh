@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 
 # The folders from the bottom up; the files at src/tarvonix/ itself sit above
 # them, and the Designer plugin above those.
-order=(core model platform widgets views containers leg legend map "(top)" designer)
+order=(core model platform widgets views containers leg legend map output "(top)" designer)
 model_folders=(core model)
 
 rank() {

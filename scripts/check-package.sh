@@ -80,8 +80,12 @@ expect libtarvonix-dev lib/libtarvonix.so lib/libtarvonix_model.so \
     lib/cmake/Tarvonix/TarvonixConfig.cmake lib/cmake/Tarvonix/TarvonixConfigVersion.cmake \
     lib/cmake/Tarvonix/TarvonixTargets.cmake lib/pkgconfig/tarvonix.pc lib/pkgconfig/tarvonix-model.pc
 expect tarvonix-designer-plugin "${plugindir#/usr/}/libtarvonixdesigner.so"
-dpkg-deb --field "$work"/deb/libtarvonix0_*.deb Depends | grep -q libqt6widgets6 \
-    || fail "libtarvonix0 does not depend on the Qt 6 Widgets runtime"
+for runtime in libqt6widgets6 libqt6svg6 libqt6printsupport6; do
+    dpkg-deb --field "$work"/deb/libtarvonix0_*.deb Depends | grep -q "$runtime" \
+        || fail "libtarvonix0 does not depend on $runtime"
+done
+dpkg-deb --field "$work"/deb/libtarvonix-dev_*.deb Depends | grep -q qt6-svg-dev \
+    || fail "libtarvonix-dev does not depend on qt6-svg-dev"
 for deb in "$work"/deb/*.deb; do
     dpkg-deb -x "$deb" "$work/unpacked"
 done

@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # Builds the library and runs the demo host program: a winery on the map.
 # With a display it opens a window; without one it renders the map to
-# bodega.png (or to the file given with --screenshot FILE) and says where.
+# bodega.png (or to the file given with --screenshot FILE) and says where;
+# --export FILE writes the map to a PNG, SVG or PDF file.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The demo host: a winery's site on the map. With a display it opens a
 // window; without one, or with --screenshot FILE, it renders the map to a
-// PNG file and says where.
+// PNG file and says where; --export FILE writes the whole map to a PNG, SVG
+// or PDF file, by the file's extension, through the library's export.
 
 #include "sitio.h"
 #include "ventanabodega.h"
 
+#include <tarvonix/output/salida.h>
 #include <tarvonix/platform/errortrap.h>
 
 #include <QApplication>
@@ -52,7 +54,11 @@ int main(int argc, char *argv[])
     const QCommandLineOption archivoSitio(QStringLiteral("sitio"),
                                           QStringLiteral("Read the site from the JSON file <file>."),
                                           QStringLiteral("file"));
+    const QCommandLineOption exportacion(
+        QStringLiteral("export"), QStringLiteral("Write the whole map to <file> (.png, .svg or .pdf) and quit."),
+        QStringLiteral("file"));
     opciones.addOption(captura);
+    opciones.addOption(exportacion);
     opciones.addOption(archivoSitio);
     opciones.process(app);
 
@@ -69,7 +75,8 @@ int main(int argc, char *argv[])
         return 1;
     }
 
-    if (sinPantalla || opciones.isSet(captura)) {
+    const bool sinVentana = sinPantalla || opciones.isSet(captura) || opciones.isSet(exportacion);
+    if (sinVentana) {
         // Nobody to answer a message box: failures go to the terminal.
         tarvonix::setErrorHandler([](const QString &mensaje) { QTextStream(stderr) << mensaje << '\n'; });
     }
@@ -77,6 +84,14 @@ int main(int argc, char *argv[])
     VentanaBodega ventana(std::move(sitio));
     ventana.show();
 
+    if (opciones.isSet(exportacion)) {
+        const QString archivo = QDir::current().absoluteFilePath(opciones.value(exportacion));
+        QCoreApplication::processEvents();
+        if (!tarvonix::Salida::exportarMapa(ventana.mapa(), archivo))
+            return 1;
+        salida << "The map was exported to " << archivo << '\n';
+        return 0;
+    }
     if (sinPantalla || opciones.isSet(captura)) {
         const QString archivo = QDir::current().absoluteFilePath(
             opciones.isSet(captura) ? opciones.value(captura) : QStringLiteral("bodega.png"));

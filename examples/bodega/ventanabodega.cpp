@@ -3,13 +3,23 @@
 
 #include <tarvonix/map/mapax.h>
 #include <tarvonix/model/objetos.h>
+#include <tarvonix/output/salida.h>
 
 #include <QComboBox>
+#include <QCompleter>
 #include <QDockWidget>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 #include <QTime>
 #include <QToolBar>
+
+#include <algorithm>
 
 using namespace tarvonix;
 
@@ -45,11 +55,110 @@ VentanaBodega::VentanaBodega(Sitio sitio, QWidget *parent)
     dock->setFeatures(QDockWidget::NoDockWidgetFeatures);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
 
+    crearMenu();
     crearBarra();
     conectarEventos();
     resize(1180, 860);
     resizeDocks({dock}, {150}, Qt::Vertical);
     mostrarSitio();
+}
+
+void VentanaBodega::crearMenu()
+{
+    QMenu *archivo = menuBar()->addMenu(QStringLiteral("&Archivo"));
+    archivo->addAction(QStringLiteral("Exportar el mapa…"), this, [this] { exportar(0); });
+    archivo->addAction(QStringLiteral("Exportar el marco activo…"), this, [this] { exportar(1); });
+    archivo->addAction(QStringLiteral("Exportar la leyenda…"), this, [this] { exportar(2); });
+    archivo->addSeparator();
+    QAction *varias = archivo->addAction(QStringLiteral("Imprimir en varias páginas"));
+    varias->setCheckable(true);
+    connect(varias, &QAction::toggled, this, [this](bool valor) { m_variasPaginas = valor; });
+    archivo->addAction(QStringLiteral("Vista previa…"), this, [this] {
+        QPrintPreviewDialog vista(this);
+        vista.resize(900, 700);
+        connect(&vista, &QPrintPreviewDialog::paintRequested, this, &VentanaBodega::imprimir);
+        vista.exec();
+    });
+    QAction *imprimirAccion = archivo->addAction(QStringLiteral("Imprimir…"), this, [this] {
+        QPrinter printer;
+        QPrintDialog dialogo(&printer, this);
+        if (dialogo.exec() == QDialog::Accepted)
+            imprimir(&printer);
+    });
+    imprimirAccion->setShortcut(QKeySequence::Print);
+    archivo->addSeparator();
+    archivo->addAction(QStringLiteral("Salir"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+}
+
+void VentanaBodega::exportar(int que)
+{
+    const QString archivo = QFileDialog::getSaveFileName(
+        this, QStringLiteral("Exportar"), QStringLiteral("bodega.pdf"),
+        QStringLiteral("PDF (*.pdf);;SVG (*.svg);;PNG a 192 ppp (*.png)"));
+    if (archivo.isEmpty())
+        return;
+    bool hecho = false;
+    if (que == 0)
+        hecho = Salida::exportarMapa(m_mapa, archivo, 192);
+    else if (que == 1)
+        hecho = Salida::exportarFrame(m_mapa, m_mapa->getFrame(), archivo, 192);
+    else
+        hecho = Salida::exportarLeyenda(m_mapa, archivo, 192);
+    if (hecho)
+        anotar(QStringLiteral("Exportado a %1").arg(archivo));
+}
+
+void VentanaBodega::imprimir(QPrinter *printer)
+{
+    // The active frame's content when there is one, else the whole map.
+    const ObjetoPtr frame = m_mapa->getFrame();
+    if (Salida::imprimir(m_mapa, printer, frame, m_variasPaginas ? Salida::VariasPaginas : Salida::AjustarAPagina))
+        anotar(QStringLiteral("Impreso %1%2")
+                   .arg(codigo(frame), printer->outputFileName().isEmpty()
+                                            ? QString()
+                                            : QStringLiteral(" en ") + printer->outputFileName()));
+}
+
+void VentanaBodega::crearBuscador(QToolBar *barra)
+{
+    // Every code on the map, for completion: the roots, their children, the barrels on the legs.
+    QStringList codigos;
+    for (const ObjetoPtr &raiz : m_sitio.raices()) {
+        codigos.append(raiz->getCodigo());
+        if (const auto hijos = raiz->getObjetos()) {
+            for (const ObjetoPtr &hijo : hijos->NewEnum())
+                codigos.append(hijo->getCodigo());
+        }
+    }
+    codigos.sort(Qt::CaseInsensitive);
+    m_buscador = new QLineEdit(barra);
+    m_buscador->setObjectName(QStringLiteral("buscador"));
+    m_buscador->setPlaceholderText(QStringLiteral("Buscar código (Ctrl+F)"));
+    m_buscador->setClearButtonEnabled(true);
+    m_buscador->setMaximumWidth(200);
+    auto *completar = new QCompleter(codigos, m_buscador);
+    completar->setCaseSensitivity(Qt::CaseInsensitive);
+    completar->setFilterMode(Qt::MatchContains);
+    m_buscador->setCompleter(completar);
+    connect(m_buscador, &QLineEdit::returnPressed, this, [this] { buscar(m_buscador->text()); });
+    connect(completar, qOverload<const QString &>(&QCompleter::activated), this, &VentanaBodega::buscar);
+    barra->addWidget(m_buscador);
+    auto *enfocar = new QAction(QStringLiteral("Buscar"), this);
+    enfocar->setShortcut(QKeySequence::Find);
+    connect(enfocar, &QAction::triggered, this, [this] {
+        m_buscador->setFocus(Qt::ShortcutFocusReason);
+        m_buscador->selectAll();
+    });
+    addAction(enfocar);
+}
+
+void VentanaBodega::buscar(const QString &codigo)
+{
+    if (codigo.trimmed().isEmpty())
+        return;
+    const ObjetoPtr obj = m_mapa->revelar(codigo.trimmed());
+    anotar(obj ? QStringLiteral("Encontrado %1").arg(obj->getCodigo())
+               : QStringLiteral("No hay nada con el código %1").arg(codigo.trimmed()));
 }
 
 void VentanaBodega::crearBarra()
@@ -90,6 +199,8 @@ void VentanaBodega::crearBarra()
             m_mapa->setEscala(frame, escala->currentData().toFloat());
     });
     barra->addWidget(escala);
+    barra->addSeparator();
+    crearBuscador(barra);
 }
 
 void VentanaBodega::conectarEventos()
@@ -121,23 +232,56 @@ void VentanaBodega::conectarEventos()
             });
     connect(m_mapa, &MapaX::Enter, this,
             [this](const ObjetoPtr &obj) { anotar(QStringLiteral("Enter %1").arg(codigo(obj))); });
+    connect(m_mapa, &MapaX::escalado, this, [this](const ObjetoPtr &obj, float factor) {
+        anotar(QStringLiteral("escalado %1 al %2 %").arg(codigo(obj)).arg(qRound(factor * 100)));
+    });
 }
 
 void VentanaBodega::mostrarSitio()
 {
-    // Where each frame starts: the legend takes the top-left corner.
-    const QList<QPoint> lugares = {QPoint(170, 4), QPoint(4, 470), QPoint(400, 470), QPoint(720, 470)};
     const std::vector<ObjetoPtr> raices = m_sitio.raices();
-    for (size_t i = 0; i < raices.size(); ++i) {
-        m_mapa->add(raices[i]);
-        if (QWidget *frame = m_mapa->control(raices[i]->getTipo() + raices[i]->getCodigo()))
-            frame->move(lugares.value(int(i), QPoint(20 * int(i), 20 * int(i))));
-    }
+    for (const ObjetoPtr &raiz : raices)
+        m_mapa->add(raiz);
     m_mapa->ShowReferences();
     // The hall last, so that it is the active frame and its keys fill the legend.
     for (auto it = raices.rbegin(); it != raices.rend(); ++it)
         m_mapa->show(*it);
     anotar(QStringLiteral("%1 marcos en el mapa").arg(raices.size()));
+}
+
+void VentanaBodega::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    // The map has its final size only now: the frames are fitted to it, then laid out once.
+    if (!m_dispuesto) {
+        m_dispuesto = true;
+        disponerMarcos();
+    }
+}
+
+void VentanaBodega::disponerMarcos()
+{
+    // In rows from the top left, in the order of the map's controls (the legend first), each
+    // frame as large as its content made it; a frame that does not fit the row starts the next.
+    constexpr int margen = 6;
+    QStringList nombres = m_mapa->controlNames();
+    nombres.removeAll(QStringLiteral("thread"));
+    if (nombres.removeAll(QStringLiteral("REF")))
+        nombres.prepend(QStringLiteral("REF"));
+    QPoint lugar(margen, margen);
+    int altoFila = 0;
+    for (const QString &nombre : std::as_const(nombres)) {
+        QWidget *frame = m_mapa->control(nombre);
+        if (!frame)
+            continue;
+        if (lugar.x() > margen && lugar.x() + frame->width() > m_mapa->width() - margen) {
+            lugar = QPoint(margen, lugar.y() + altoFila + margen);
+            altoFila = 0;
+        }
+        frame->move(lugar);
+        lugar.rx() += frame->width() + margen;
+        altoFila = std::max(altoFila, frame->height());
+    }
 }
 
 void VentanaBodega::anotar(const QString &linea)

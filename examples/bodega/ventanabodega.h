@@ -6,7 +6,11 @@
 
 #include <QMainWindow>
 
+class QToolBar;
+
+class QLineEdit;
 class QPlainTextEdit;
+class QPrinter;
 
 namespace tarvonix {
 class MapaX;
@@ -14,8 +18,9 @@ class MapaX;
 
 /*!
     The demo's window: the map of the winery, a toolbar for the layout
-    requests, the lock, the legend and the scale, and a log of every event
-    the map raises.
+    requests, the lock, the legend, the scale and the find box (Ctrl+F), a
+    menu to export, preview and print, and a log of every event the map
+    raises.
 */
 class VentanaBodega : public QMainWindow
 {
@@ -26,8 +31,19 @@ public:
 
     tarvonix::MapaX *mapa() const { return m_mapa; }
 
+    //! Lays the frames out side by side in rows, none over another, the legend first.
+    void disponerMarcos();
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
+    void crearMenu();
     void crearBarra();
+    void crearBuscador(QToolBar *barra);
+    void exportar(int que);
+    void imprimir(QPrinter *printer);
+    void buscar(const QString &codigo);
     void conectarEventos();
     void mostrarSitio();
     void anotar(const QString &linea);
@@ -35,6 +51,9 @@ private:
     Sitio m_sitio;
     tarvonix::MapaX *m_mapa;
     QPlainTextEdit *m_registro;
+    QLineEdit *m_buscador = nullptr;
+    bool m_variasPaginas = false;
+    bool m_dispuesto = false;
 };
 
 #endif

@@ -58,4 +58,6 @@
 #include <tarvonix/map/framex.h>
 #include <tarvonix/map/mapax.h>
 
+#include <tarvonix/output/salida.h>
+
 #endif

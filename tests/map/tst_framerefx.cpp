@@ -33,17 +33,14 @@ private Q_SLOTS:
         Anfitrion host;
         RecordingMapa mapa;
         auto *leyenda = new FrameRefX(&host);
-        leyenda->setRoot(&mapa);
-        leyenda->resize(100, 50);
-        host.show();
+        leyenda->setRoot(&mapa), leyenda->resize(100, 50), host.show();
         const auto pulsar = [&](const QString &nombre) {
             QTest::mousePress(leyenda->findChild<QWidget *>(nombre), Qt::LeftButton, {}, QPoint(5, 5));
         };
         // A narrow list makes the narrowest legend, which asks to be seen; the height follows the list.
         auto *lista = leyenda->findChild<ReferenciasX *>(u"refx"_s);
         auto claves = std::make_shared<Referencias>();
-        claves->add(u"A"_s, u"a"_s, 0x0000FF);
-        leyenda->setReferencias(claves);
+        claves->add(u"A"_s, u"a"_s, 0x0000FF), leyenda->setReferencias(claves);
         QVERIFY(lista->width() + 6 < 150 && mapa.log() == QStringList{u"ensureVisible"_s});
         QCOMPARE(leyenda->size(), QSize(150, lista->y() + lista->height() + 3));
         claves->add(u"B"_s, u"una clave con un texto bastante largo"_s, 0x00FF00); // the width follows a wide one
@@ -59,8 +56,7 @@ private Q_SLOTS:
         QVERIFY(host.movidos == QList<QWidget *>{leyenda} && leyenda->getDragX() == float(titulo->x() + 16));
         // Minimised and restored, it asks to be brought into view.
         const int alto = leyenda->height();
-        pulsar(u"mini"_s);
-        mapa.clear();
+        pulsar(u"mini"_s), mapa.clear();
         pulsar(u"mini"_s);
         QVERIFY(leyenda->height() == alto && mapa.log() == QStringList{u"ensureVisible"_s});
         pulsar(u"cerrar"_s); // the parent is asked to remove the legend, which has no object

@@ -36,8 +36,7 @@ struct Banco
     explicit Banco(QSize hijo = {})
         : objeto(naves::nave(u"C1"_s, u"N"_s, false, {QRect(QPoint(10, 10), hijo), {70, 10, 50, 40}}))
     {
-        frame->setRoot(&mapa);
-        frame->setMaxViewPort(400, 300);
+        frame->setRoot(&mapa), frame->setMaxViewPort(400, 300);
         if (hijo.isValid())
             frame->setObjeto(objeto);
         anfitrion.show();
@@ -78,8 +77,7 @@ private Q_SLOTS:
         Banco banco;
         banco.frame->seleccionarTodos(); // nothing contained yet
         const ObjetoPtr objeto = naves::nave(u"C1"_s, tipo), hijo = objeto->getObjetos()->Item(1);
-        hijo->setSeleccionado(true);
-        hijo->setActivo(true);
+        hijo->setSeleccionado(true), hijo->setActivo(true);
         banco.frame->setObjeto(objeto);
         QPointer<QWidget> conten = banco.hijo(u"conten"_s);
         QVERIFY(qobject_cast<ContenedorX *>(conten) && banco.frame->getObjeto() == objeto);
@@ -121,11 +119,9 @@ private Q_SLOTS:
         QCOMPARE(horiz->maximum(), horizontal ? conten->width() - 400 + 17 + 8 : 0);
         QCOMPARE(vert->maximum(), vertical ? conten->height() - 300 + 18 + 17 + 8 : 0);
         // Scrolling moves the contained control; a step goes only where a bar is in use.
-        horiz->setValue(50);
-        vert->setValue(30);
+        horiz->setValue(50), vert->setValue(30);
         QCOMPARE(conten->pos(), QPoint(3 + 1 - horiz->value(), 3 + 18 + 1 - vert->value()));
-        banco.frame->hScroll(1);
-        banco.frame->vScroll(-1);
+        banco.frame->hScroll(1), banco.frame->vScroll(-1);
         QCOMPARE(QPoint(horiz->value(), vert->value()), QPoint(horizontal ? 60 : 0, vertical ? 20 : 0));
     }
 
@@ -161,23 +157,19 @@ private Q_SLOTS:
         banco.pulsar(u"titulo"_s);
         Q_EMIT titulo->OLEStartDrag(20, 5, 1);
         QCOMPARE(banco.anfitrion.movidos, QList<QWidget *>{banco.frame});
-        banco.frame->setActivo(nullptr, false);
-        banco.mapa.clear();
+        banco.frame->setActivo(nullptr, false), banco.mapa.clear();
         banco.pulsar(u"mini"_s, Qt::RightButton); // activates, then reports
         banco.pulsar(u"cerrar"_s);
         QCOMPARE(banco.mapa.log().join(u' '), u"setActive(none,2) rightClicked(C1,false) remove(C1)"_s);
         // Minimised, the frame keeps its height, even when it is fitted again.
         const int alto = banco.frame->height();
-        banco.pulsar(u"mini"_s);
-        banco.frame->setMaxViewPort(900, 700);
+        banco.pulsar(u"mini"_s), banco.frame->setMaxViewPort(900, 700);
         QVERIFY(banco.frame->height() == 18 + 6 && banco.hijo(u"mini"_s)->toolTip() == u"Restaurar"_s);
-        banco.mapa.clear();
-        banco.pulsar(u"mini"_s);
+        banco.mapa.clear(), banco.pulsar(u"mini"_s);
         QVERIFY(banco.frame->height() == alto && banco.hijo(u"mini"_s)->toolTip() == u"Minimizar"_s);
         QCOMPARE(banco.mapa.log(), QStringList{u"ensureVisible"_s});
         // Without a root, the failures are reported.
-        banco.frame->setActivo(nullptr, false);
-        banco.frame->setRoot(nullptr);
+        banco.frame->setActivo(nullptr, false), banco.frame->setRoot(nullptr);
         banco.pulsar(u"titulo"_s, Qt::RightButton);
         banco.pulsar(u"cerrar"_s);
         QCOMPARE(banco.errors.messages(), (QStringList{"FrameX.IContenedorX_setActivo" + sinObjeto,

@@ -5,6 +5,7 @@
 #include <tarvonix/model/lote.h>
 #include <tarvonix/model/pierna.h>
 #include <tarvonix/model/ubicacion.h>
+#include <tarvonix/views/vistax.h>
 
 #include "dragdriver.h"
 #include "errorcatcher.h"
@@ -12,6 +13,8 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QNativeGestureEvent>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -32,10 +35,7 @@ struct Sitio
     QSignalSpy drop{&mapa, &MapaX::Drop}, moved{&mapa, &MapaX::moved};
     Sitio()
     {
-        mapa.resize(700, 500);
-        mapa.show();
-        mapa.add(a);
-        mapa.add(b);
+        mapa.resize(700, 500), mapa.show(), mapa.add(a), mapa.add(b);
     }
     FrameX *frame(const QString &nombre) const { return qobject_cast<FrameX *>(mapa.control(nombre)); }
     QWidget *conten(const ObjetoPtr &obj) const
@@ -59,8 +59,7 @@ private Q_SLOTS:
         QVERIFY(s.frame(u"NA"_s)->isHidden() && !s.mapa.getFrame()); // added frames wait for show()
         QTest::keyClick(&s.mapa, Qt::Key_Return); // nothing active: the keys raise nothing
         QTest::keyClick(&s.mapa, Qt::Key_Menu);
-        s.mapa.show(s.b);
-        s.mapa.show(s.a);
+        s.mapa.show(s.b), s.mapa.show(s.a);
         s.mapa.hide(s.a); // hiding keeps the active frame
         QCOMPARE(s.mapa.getFrame(), ObjetoPtr(s.a));
         QVERIFY(s.mapa.getSelected() && !s.frame(u"NB"_s)->pActive());
@@ -78,16 +77,14 @@ private Q_SLOTS:
         // The menu key reports the active object, and whether more than it is selected.
         s.mapa.seleccionarTodos(s.a);
         QTest::keyClick(&s.mapa, Qt::Key_Menu);
-        s.mapa.deseleccionarTodos(s.a);
-        s.mapa.seleccionar(s.a, u"AD1"_s);
+        s.mapa.deseleccionarTodos(s.a), s.mapa.seleccionar(s.a, u"AD1"_s);
         QTest::keyClick(&s.mapa, Qt::Key_Menu);
         QVERIFY(s.right.count() == 2 && s.right.at(0).at(0).value<ObjetoPtr>() == d1);
         QVERIFY(s.right.at(0).at(1).toBool() && !s.right.at(1).at(1).toBool());
         s.mapa.remove(s.b); // even an inactive frame's removal leaves nothing active
         QVERIFY(!s.mapa.getFrame() && !s.mapa.getActive() && !s.mapa.getSelected() && !s.frame(u"NB"_s));
         // setObjeto with no active frame adds and shows; with another code replaces; with the same code swaps.
-        s.mapa.setObjeto(nave(u"1"_s));
-        s.mapa.setObjeto(nave(u"2"_s));
+        s.mapa.setObjeto(nave(u"1"_s)), s.mapa.setObjeto(nave(u"2"_s));
         QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"NA"_s, u"N2"_s}));
         const auto otroDos = nave(u"2"_s);
         s.mapa.setObjeto(otroDos);
@@ -212,10 +209,7 @@ private Q_SLOTS:
                                                      << QStringList{"MapaX.thread.Timer" + sinObjeto};
         // The walk stops at the legend, after locking the frames before it: a Shift-drag moves nothing there.
         QTest::newRow("lock walk stops at the legend") << Accion([](Sitio &s) {
-            s.mapa.show(s.a);
-            s.mapa.ShowReferences();
-            s.mapa.show(s.b);
-            s.mapa.setBloqueo(true);
+            s.mapa.show(s.a), s.mapa.ShowReferences(), s.mapa.show(s.b), s.mapa.setBloqueo(true);
             QTest::mousePress(s.conten(s.b), Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
             arrastrar(s.conten(s.b), QPoint(37, 17));
             QVERIFY(s.driver.dragging());
@@ -227,13 +221,10 @@ private Q_SLOTS:
             s.mapa.startMove(s.frame(u"NA"_s));
             s.mapa.resize(s.mapa.width() + 10, s.mapa.height());
             s.mapa.startMove(s.frame(u"NA"_s));
-            s.driver.finish();
-            s.driver.finish();
+            s.driver.finish(), s.driver.finish();
         }) << QStringList{"MapaX.UserControl_Resize" + sinMiembro, "MapaX.dibujarCaja" + repetido};
         QTest::newRow("legend closed while moving") << Accion([](Sitio &s) {
-            s.mapa.show(s.a);
-            s.mapa.ShowReferences();
-            s.mapa.startMove(s.mapa.control(u"REF"_s));
+            s.mapa.show(s.a), s.mapa.ShowReferences(), s.mapa.startMove(s.mapa.control(u"REF"_s));
             s.mapa.remove(nullptr);
             QCOMPARE(s.driver.drop(&s.mapa, QPoint(50, 50)), Qt::IgnoreAction); // nothing left to move
             s.driver.finish();
@@ -241,8 +232,7 @@ private Q_SLOTS:
         // A host deletes the whole map while one of its frames moves: the drag's end finds nothing.
         QTest::newRow("map deleted while moving") << Accion([](Sitio &s) {
             auto *efimero = new MapaX;
-            efimero->add(s.a);
-            efimero->startMove(efimero->control(u"NA"_s));
+            efimero->add(s.a), efimero->startMove(efimero->control(u"NA"_s));
             delete efimero;
             QVERIFY(s.driver.dragging());
             s.driver.finish();
@@ -261,30 +251,143 @@ private Q_SLOTS:
             QVERIFY(s.mapa.control(nombre)->isEnabled());
     }
 
+    void wheelAndPinch_data()
+    {
+        QTest::addColumn<int>("teclas"); // -1: a pinch of the wheel's y / 240 instead
+        QTest::addColumn<QPoint>("rueda");
+        QTest::addColumn<QPoint>("desplazado"); // how far a scroll moves the bars
+        QTest::addColumn<double>("escala");
+        QTest::newRow("wheel") << 0 << QPoint(0, -120) << QPoint(0, 30) << 1.0;
+        QTest::newRow("Shift+wheel") << int(Qt::ShiftModifier) << QPoint(0, -120) << QPoint(30, 0) << 1.0;
+        QTest::newRow("tilted wheel") << 0 << QPoint(-240, 0) << QPoint(60, 0) << 1.0;
+        QTest::newRow("Ctrl+wheel") << int(Qt::ControlModifier) << QPoint(0, 120) << QPoint() << 1.2;
+        QTest::newRow("Ctrl+wheel, floor") << int(Qt::ControlModifier) << QPoint(0, -2400) << QPoint() << 0.25;
+        QTest::newRow("pinch") << -1 << QPoint(0, 120) << QPoint() << 1.5;
+    }
+    void wheelAndPinch()
+    {
+        QFETCH(int, teclas);
+        QFETCH(QPoint, rueda);
+        QFETCH(QPoint, desplazado);
+        QFETCH(double, escala);
+        Sitio s;
+        const auto z = nave(u"Z"_s, u"N"_s, false, {{10, 10, 50, 40}, {900, 700, 50, 40}}); // both bars
+        s.mapa.add(z), s.mapa.show(z);
+        QSignalSpy escalado(&s.mapa, &MapaX::escalado);
+        FrameX *frame = s.frame(u"NZ"_s);
+        QWidget *vista = s.conten(z);
+        const auto barras = frame->findChildren<QScrollBar *>(); // vertical, horizontal
+        const QPoint p(300, 200), enFrame = vista->mapTo(frame, p), global = vista->mapToGlobal(p);
+        QNativeGestureEvent gesto(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, p, p, global,
+                                  rueda.y() / 240.0, {});
+        QWheelEvent giro(p, global, {}, rueda, {}, Qt::KeyboardModifiers(teclas), Qt::NoScrollPhase, false);
+        QApplication::sendEvent(vista, teclas < 0 ? static_cast<QEvent *>(&gesto) : &giro);
+        QCOMPARE(frame->escala(), float(escala));
+        if (escala == 1)
+            QVERIFY(QPoint(barras.at(1)->value(), barras.at(0)->value()) == desplazado && escalado.isEmpty());
+        else // reported; zooming in, the point under the pointer stays there
+            QVERIFY(escalado.count() == 1 && escalado.at(0).at(0).value<ObjetoPtr>() == z
+                    && escalado.at(0).at(1).toFloat() == float(escala)
+                    && (escala < 1 || (vista->mapTo(frame, p * escala) - enFrame).manhattanLength() <= 2));
+    }
+
+    // At a device pixel ratio, lines, hatching and text take device pixels; a press hits in logical ones.
+    void crispAtEveryRatio_data()
+    {
+        QTest::addColumn<double>("ratio");
+        for (const double ratio : {1.25, 1.5, 2.0})
+            QTest::addRow("%g", ratio) << ratio;
+    }
+    void crispAtEveryRatio()
+    {
+        QFETCH(double, ratio);
+        Sitio s;
+        s.mapa.show(s.a), s.mapa.seleccionar(s.a, u"AD2"_s); // AD2 hatched
+        const ObjetoPtr d1 = s.a->getObjetos()->Item(1);
+        d1->setColor(0x000080), d1->setTip(u"AD1"_s);
+        QWidget *vista = s.conten(s.a);
+        QImage imagen(vista->size() * ratio, QImage::Format_RGB32), llana(vista->size(), QImage::Format_RGB32);
+        imagen.setDevicePixelRatio(ratio), vista->render(&imagen), vista->render(&llana);
+        // AD1 at (12, 12) 50 x 40 in the view: one device pixel of black outline, then its fill. AD2 is
+        // hatched in lines one device pixel wide: ink, but no two-by-two block of it.
+        int negros = 0, tinta = 0, gruesos = 0;
+        for (int x = int(12 * ratio) - 2; x <= int(12 * ratio) + 3; ++x)
+            negros += imagen.pixelColor(x, int(30 * ratio)) == Qt::black;
+        for (int y = int(16 * ratio); y < int(48 * ratio); ++y) {
+            for (int x = int(76 * ratio); x < int(118 * ratio); ++x) {
+                const QColor c = imagen.pixelColor(x, y);
+                tinta += c != Qt::white;
+                gruesos += c != Qt::white && imagen.pixelColor(x + 1, y) == c && imagen.pixelColor(x, y + 1) == c
+                    && imagen.pixelColor(x + 1, y + 1) == c;
+            }
+        }
+        QVERIFY(negros == 1 && tinta > 0 && gruesos == 0);
+        // AD1's fill, and its tip drawn at the device's resolution, not the plain drawing enlarged.
+        const QRect tip(QPointF(16 * ratio, 16 * ratio).toPoint(), QSize(40, 30) * ratio);
+        QCOMPARE(imagen.pixelColor(tip.topLeft()), QColor(0x80, 0, 0));
+        QVERIFY(imagen.copy(tip) != llana.scaled(imagen.size()).copy(tip));
+        QTest::mouseClick(vista, Qt::LeftButton, {}, QPoint(11, 30)); // the room
+        QTest::mouseClick(vista, Qt::LeftButton, {}, QPoint(12, 30)); // AD1's first column
+        QVERIFY(s.click.count() == 2 && s.click.at(0).at(0).value<ObjetoPtr>() != d1
+                && s.click.at(1).at(0).value<ObjetoPtr>() == d1);
+    }
+
+    void revealFindsAndShows_data()
+    {
+        QTest::addColumn<QString>("codigo");
+        QTest::addColumn<QString>("hallado"); // the frame, and what was found there
+        QTest::newRow("the last of 4000 barrels") << u"b40-100"_s << u"P1 B40-100"_s;
+        QTest::newRow("a position's code") << u"13007"_s << u"P1 B3-7"_s;
+        QTest::newRow("a vessel") << u"ad2"_s << u"NA AD2"_s;
+        QTest::newRow("a root") << u"b"_s << u"NB B"_s;
+        QTest::newRow("nothing") << u"Z9"_s << u"NA"_s;
+    }
+    void revealFindsAndShows()
+    {
+        QFETCH(QString, codigo);
+        QFETCH(QString, hallado);
+        Sitio s;
+        auto pierna = std::make_shared<Pierna>();
+        pierna->setCodigo(u"1"_s), pierna->setEscalas(40);
+        for (qint16 t = 1; t <= 40; ++t) {
+            pierna->setEscala(t, 100);
+            for (qint16 p = 1; p <= 100; ++p) {
+                pierna->setObjeto(t, p, std::make_shared<Lote>());
+                pierna->getObjeto(t, p)->setCodigo(u"B%1-%2"_s.arg(t).arg(p));
+            }
+        }
+        s.mapa.add(pierna), s.mapa.show(s.a), s.mapa.seleccionar(s.a, u"AD1"_s);
+        const ObjetoPtr objeto = s.mapa.revelar(codigo);
+        FrameX *donde = s.frame(hallado.section(u' ', 0, 0));
+        QCOMPARE(objeto ? objeto->getCodigo() : QString(), hallado.section(u' ', 1));
+        QVERIFY(s.mapa.getFrame() == donde->getObjeto() && donde->isVisible() && s.errors.messages().isEmpty());
+        if (objeto == donde->getObjeto()) // a root is shown and activated; nothing in it changes
+            return;
+        // Selected alone (nothing found: the selection as it was), active and where its frame shows it.
+        const auto seleccion = s.mapa.getSelected();
+        QVERIFY(seleccion->count() == 1 && seleccion->Item(1) == (objeto ? objeto : s.a->getObjetos()->Item(1)));
+        QVERIFY(!objeto || (s.mapa.getActive() == objeto
+                && donde->vista()->visibleRegion().boundingRect().contains(donde->vista()->areaDe(objeto))));
+    }
+
     // Root objects pass through the real map, frames, container and leg view, as a host uses them.
     void roadThroughTheControls()
     {
         Sitio s;
         QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
         auto pierna = std::make_shared<Pierna>();
-        pierna->setCodigo(u"1"_s);
-        pierna->setEscalas(1);
-        pierna->setEscala(1, 4);
+        pierna->setCodigo(u"1"_s), pierna->setEscalas(1), pierna->setEscala(1, 4);
         auto barrica = std::make_shared<Lote>();
-        barrica->setCodigo(u"B1"_s);
-        barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
-        pierna->setObjeto(1, 2, barrica);
-        s.mapa.add(pierna);
-        s.frame(u"P1"_s)->move(380, 20);
-        s.mapa.show(pierna);
+        barrica->setCodigo(u"B1"_s), barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
+        pierna->setObjeto(1, 2, barrica), s.mapa.add(pierna);
+        s.frame(u"P1"_s)->move(380, 20), s.mapa.show(pierna);
         s.mapa.show(s.a);
         QWidget *vistaPierna = s.conten(pierna);
         const QPoint celda =
             GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
         // A click on a vessel arrives as Click, and takes the keyboard from the host's field: Enter names it.
         QLineEdit campo(&s.mapa);
-        campo.show();
-        campo.setFocus();
+        campo.show(), campo.setFocus();
         const ObjetoPtr d2 = s.a->getObjetos()->Item(2);
         QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(95, 30));
         QVERIFY(s.click.last().at(0).value<ObjetoPtr>() == d2 && QApplication::focusWidget() == &s.mapa);

@@ -36,6 +36,7 @@ public:
     }
     void ensureVisible(QWidget *) override { record("ensureVisible", {}); }
     void remove(const ObjetoPtr &frame) override { record("remove", { code(frame) }); }
+    void escalado(const ObjetoPtr &frame, float f) override { record("escalado", { code(frame), QString::number(f) }); }
 
     const std::vector<Call> &calls() const { return m_calls; }
     //! The calls as text, for example "clicked(D1,false)" or "moved(D2)".

@@ -841,6 +841,21 @@ void ContenedorX::seleccionar(const QString &codigo)
     });
 }
 
+ObjetoPtr ContenedorX::localizar(const QString &codigo)
+{
+    ObjetoPtr encontrado;
+    trapSilently([&] {
+        if (d->objeto && d->objeto->getPuedeContener())
+            encontrado = hijosDe(*d->objeto)->Item(codigo);
+    });
+    return encontrado;
+}
+
+QRect ContenedorX::areaDe(const ObjetoPtr &objeto)
+{
+    return objeto ? d->cajaIndice(*objeto).toAlignedRect() : QRect();
+}
+
 void ContenedorX::seleccionarTodos()
 {
     trap(QStringLiteral("ContenedorX.IContenedorX_seleccionarTodos->"), [&] {

@@ -79,6 +79,10 @@ public:
     void seleccionarTodos() override;
     void seleccionar(const QString &codigo) override;
 
+    // VistaX
+    ObjetoPtr localizar(const QString &codigo) override;
+    QRect areaDe(const ObjetoPtr &objeto) override;
+
 private:
     // VistaX
     void redibujarObjeto(const ObjetoPtr &objeto) override;

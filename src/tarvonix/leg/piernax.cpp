@@ -279,6 +279,34 @@ void PiernaX::seleccionarTodos()
     });
 }
 
+ObjetoPtr PiernaX::localizar(const QString &codigo)
+{
+    // A placed object by its own code or by the code of the position it stands on.
+    ObjetoPtr encontrado;
+    trapSilently([&] {
+        const auto leg = d->piernaLigada();
+        d->porCelda([&](int t, int p, const ObjetoPtr &objeto) {
+            if (!encontrado
+                && (objeto->getCodigo().compare(codigo, Qt::CaseInsensitive) == 0
+                    || leg->getUbicacion(qint16(t), qint16(p))->getCodigo().compare(codigo, Qt::CaseInsensitive) == 0))
+                encontrado = objeto;
+        });
+    });
+    return encontrado;
+}
+
+QRect PiernaX::areaDe(const ObjetoPtr &objeto)
+{
+    QRect area;
+    trapSilently([&] {
+        d->porCelda([&](int t, int p, const ObjetoPtr &enCelda) {
+            if (enCelda == objeto)
+                area = d->geometria().celda(t, p).normalized().toAlignedRect();
+        });
+    });
+    return area;
+}
+
 void PiernaX::seleccionar(const QString &codigo)
 {
     trap(QStringLiteral("PiernaX.IContenedorX_seleccionar->"), [&] {

@@ -77,6 +77,10 @@ public:
     void seleccionarTodos() override;
     void seleccionar(const QString &codigo) override;
 
+    // VistaX
+    ObjetoPtr localizar(const QString &codigo) override;
+    QRect areaDe(const ObjetoPtr &objeto) override;
+
 protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;

@@ -13,7 +13,12 @@
 #include <tarvonix/widgets/etiquetas.h>
 
 #include <QEvent>
+#include <QNativeGestureEvent>
 #include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
 
 namespace tarvonix {
 
@@ -37,6 +42,13 @@ constexpr int margenAjuste = 1 + 1 + 2 * BarraTitulo::borde;
 // The largest size the frame takes until the map says otherwise.
 constexpr double vistaMaximaX = 750;
 constexpr double vistaMaximaY = 500;
+// The scales a wheel or a pinch can reach, and the change one wheel notch makes.
+constexpr float escalaMinima = 0.25f;
+constexpr float escalaMaxima = 8.0f;
+constexpr double pasoZoom = 1.2;
+// A wheel notch scrolls three steps; a revealed object keeps this much room to the frame's edges.
+constexpr int pasosPorMuesca = 3;
+constexpr int holguraRevelar = 10;
 // The corner between the bars: an opaque, borderless box in the button face colour.
 constexpr qint32 caraDeBoton = qint32(0x8000000F);
 
@@ -67,6 +79,9 @@ struct FrameX::Private
     void alCambiarVert(int valor);
     void iniciarMovimiento(float x, float y);
     void clicDerecho();
+    bool rueda(const QWheelEvent &event);
+    void zoom(float nueva, QPointF punto);
+    void desplazarHasta(const QRect &area);
 
     FrameX *const q;
     BarraTitulo barra;
@@ -277,6 +292,82 @@ void FrameX::vScroll(qint16 value)
         d->vert->setValue(d->vert->value() + value * d->vert->singleStep());
 }
 
+VistaX *FrameX::vista() const
+{
+    return d->conten ? d->vista : nullptr;
+}
+
+float FrameX::escala() const
+{
+    return d->escala;
+}
+
+void FrameX::revelar(const ObjetoPtr &obj)
+{
+    trap(QStringLiteral("FrameX.revelar->"), [&] {
+        if (!vista())
+            throw Error(Error::ObjectNotSet);
+        d->vista->revelar(obj);
+        d->desplazarHasta(d->vista->areaDe(obj));
+    });
+}
+
+void FrameX::Private::desplazarHasta(const QRect &area)
+{
+    // The visible part of the view, in its own pixels, as setViewPort() tells it.
+    const int x0 = -BarraTitulo::izquierda(conten);
+    const int y0 = -BarraTitulo::arriba(conten);
+    const int x1 = BarraTitulo::izquierda(vert) + x0;
+    const int y1 = BarraTitulo::arriba(horiz) + y0;
+    const auto mover = [](QScrollBar *bar, bool enUso, int desde, int hasta, int inicio, int fin) {
+        if (!enUso || (inicio >= desde && fin <= hasta))
+            return;
+        // Larger than what shows: its start goes to the start of the view.
+        const int delta = inicio < desde || fin - inicio > hasta - desde ? inicio - desde - holguraRevelar
+                                                                         : fin - hasta + holguraRevelar;
+        bar->setValue(bar->value() + delta);
+    };
+    mover(horiz, horizEnUso, x0, x1, area.left(), area.right() + 1);
+    mover(vert, vertEnUso, y0, y1, area.top(), area.bottom() + 1);
+}
+
+bool FrameX::Private::rueda(const QWheelEvent &event)
+{
+    const QPoint angulo = event.angleDelta();
+    if (event.modifiers() & Qt::ControlModifier) {
+        if (angulo.y() == 0)
+            return false;
+        zoom(float(escala * std::pow(pasoZoom, angulo.y() / 120.0)), event.position());
+        return true;
+    }
+    // Shift turns the wheel sideways, as a wheel tilted left or right does. A notch is 120.
+    const bool lateral = (event.modifiers() & Qt::ShiftModifier) || angulo.y() == 0;
+    QScrollBar *bar = lateral ? horiz : vert;
+    if (!(lateral ? horizEnUso : vertEnUso))
+        return false;
+    const int giro = lateral && angulo.x() != 0 ? angulo.x() : angulo.y();
+    bar->setValue(bar->value() - giro * pasosPorMuesca * bar->singleStep() / 120);
+    return true;
+}
+
+void FrameX::Private::zoom(float nueva, QPointF punto)
+{
+    trap(QStringLiteral("FrameX.zoom->"), [&] {
+        nueva = std::clamp(nueva, escalaMinima, escalaMaxima);
+        if (!std::isfinite(nueva) || nueva == escala || !conten)
+            return;
+        // The point under the pointer, in the view's pixels, moves with the scale; the bars
+        // take the view along by as much, from where they stood before the view grew or shrank.
+        const QPointF destino = punto * (nueva / escala);
+        const int h0 = horiz->value();
+        const int v0 = vert->value();
+        q->setEscala(nueva);
+        horiz->setValue(h0 + qRound(destino.x() - punto.x()));
+        vert->setValue(v0 + qRound(destino.y() - punto.y()));
+        mapa().escalado(objeto, nueva);
+    });
+}
+
 void FrameX::setObjeto(const ObjetoPtr &objeto)
 {
     trap(QStringLiteral("FrameX.IContenedorX_setObjeto->"), [&] {
@@ -305,6 +396,7 @@ void FrameX::setObjeto(const ObjetoPtr &objeto)
         d->conten = d->controles.add(clase, nombreConten);
         d->contenedor = dynamic_cast<IContenedorX *>(d->conten.data());
         d->vista = dynamic_cast<VistaX *>(d->conten.data());
+        d->conten->installEventFilter(this);
         d->vert->raise();
         d->horiz->raise();
         d->esquina->raise();
@@ -546,6 +638,19 @@ void FrameX::Private::clicDerecho()
 
 bool FrameX::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == d->conten && event->type() == QEvent::Wheel) {
+        bool tomada = false;
+        trap(QStringLiteral("FrameX.conten.Wheel->"),
+             [&] { tomada = d->rueda(*static_cast<QWheelEvent *>(event)); });
+        return tomada;
+    }
+    if (watched == d->conten && event->type() == QEvent::NativeGesture) {
+        const auto *gesto = static_cast<QNativeGestureEvent *>(event);
+        if (gesto->gestureType() != Qt::ZoomNativeGesture)
+            return false;
+        d->zoom(float(d->escala * (1.0 + gesto->value())), gesto->position());
+        return true;
+    }
     // A scroll bar pressed or given the focus activates an inactive frame. The filter
     // sees the press before the disabled bar would refuse it; once the frame is
     // active the bar is enabled again and takes the press itself.

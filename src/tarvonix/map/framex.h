@@ -22,6 +22,10 @@ namespace tarvonix {
     otherwise. The frame fulfils IContenedorX by passing it on to "conten",
     except for setObjeto, getObjeto, setRoot and setActivo, which are its own.
 
+    The wheel scrolls the content (sideways with Shift); Ctrl with the wheel
+    and a pinch zoom it through setEscala(), keeping the point under the
+    pointer in place, and report the new scale to the map.
+
     The scroll bars follow the frame's activation: they are enabled exactly
     while the frame is active. A press on an inactive frame's bar activates
     the frame, and the bar then takes the press.
@@ -35,6 +39,8 @@ namespace tarvonix {
     Created by name as "Tarvonix.FrameX". Failures are shown as
     "FrameX.operation->description".
 */
+class VistaX;
+
 class TARVONIX_EXPORT FrameX : public QWidget, public IContenedorX, public IFrameX
 {
     Q_OBJECT
@@ -69,6 +75,13 @@ public:
     //! Scrolls one step in \a value's direction (-1 or 1).
     Q_INVOKABLE void hScroll(qint16 value) override;
     Q_INVOKABLE void vScroll(qint16 value) override;
+
+    //! The contained view, drawn whole when the frame's content is exported or printed.
+    VistaX *vista() const;
+    //! The scale the frame draws its content at.
+    float escala() const;
+    //! Selects \a obj alone, makes it the active object and scrolls the frame until it shows.
+    void revelar(const ObjetoPtr &obj);
 
     // IContenedorX
     void setObjeto(const ObjetoPtr &objeto) override;

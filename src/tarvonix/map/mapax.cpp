@@ -10,6 +10,7 @@
 #include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/dragrunner.h>
 #include <tarvonix/platform/errortrap.h>
+#include <tarvonix/views/vistax.h>
 
 #include <QDrag>
 #include <QDragEnterEvent>
@@ -156,6 +157,7 @@ struct MapaX::Private
         }
         void ensureVisible(QWidget *) override { }
         void remove(const ObjetoPtr &frame) override { d->q->remove(frame); }
+        void escalado(const ObjetoPtr &frame, float factor) override { d->q->IMapaX_escalado(frame, factor); }
 
     private:
         Private *const d;
@@ -374,6 +376,35 @@ void MapaX::ShowReferences()
 void MapaX::setEscala(const ObjetoPtr &obj, float factor)
 {
     trap(QStringLiteral("MapaX.setEscala->"), [&] { d->buscarFrame(obj)->setEscala(factor); });
+}
+
+ObjetoPtr MapaX::revelar(const QString &codigo)
+{
+    ObjetoPtr encontrado;
+    trap(QStringLiteral("MapaX.revelar->"), [&] {
+        // Looked up everywhere first: a code that is nowhere changes nothing.
+        FrameX *donde = nullptr;
+        for (const QString &nombre : d->controles.names()) {
+            auto *frame = qobject_cast<FrameX *>(d->controles.item(nombre));
+            const ObjetoPtr raiz = frame ? frame->getObjeto() : nullptr;
+            if (!raiz)
+                continue;
+            if (raiz->getCodigo().compare(codigo, Qt::CaseInsensitive) == 0)
+                encontrado = raiz;
+            else if (frame->vista())
+                encontrado = frame->vista()->localizar(codigo);
+            if (encontrado) {
+                donde = frame;
+                break;
+            }
+        }
+        if (!donde)
+            return;
+        show(donde->getObjeto());
+        if (encontrado != donde->getObjeto())
+            donde->revelar(encontrado);
+    });
+    return encontrado;
 }
 
 void MapaX::alinearHorizontal()
@@ -609,6 +640,11 @@ void MapaX::IMapaX_Droped(const QString &origen, const ObjetoPtr &destino, qint3
 void MapaX::IMapaX_Moved(const ObjetoPtr &obj)
 {
     Q_EMIT moved(obj);
+}
+
+void MapaX::IMapaX_escalado(const ObjetoPtr &obj, float factor)
+{
+    Q_EMIT escalado(obj, factor);
 }
 
 void MapaX::Private::IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op)

@@ -25,7 +25,7 @@ namespace tarvonix {
     requests on the next tick of its timer "thread".
 
     What the user does comes back to the host as the signals Click,
-    RightClick, moved, Drop and Enter, carrying the map objects concerned.
+    RightClick, moved, Drop, Enter and escalado, carrying the map objects concerned.
 
     Every operation traps its own failures and shows them as
     "MapaX.operation->description" (see reportError()); only isMember() and
@@ -71,6 +71,14 @@ public:
     //! Asks for the legend of the active object from now on.
     Q_INVOKABLE void ShowReferences();
     Q_INVOKABLE void setEscala(const tarvonix::ObjetoPtr &obj, float factor);
+    /*!
+        Finds the object coded \a codigo (any letter case) among the roots, the
+        children of the containers and what stands on the positions of the legs
+        (by its own code or the position's); shows and activates its frame,
+        selects it alone, scrolls it into view and answers it. A code that is
+        not found answers none and changes nothing.
+    */
+    Q_INVOKABLE tarvonix::ObjetoPtr revelar(const QString &codigo);
 
     //! Layout requests, run on the active frame's container at the next timer tick; the last one wins.
     Q_INVOKABLE void alinearHorizontal();
@@ -107,6 +115,7 @@ public:
     Q_INVOKABLE void IMapaX_rightClicked(const tarvonix::ObjetoPtr &obj, bool multi);
     Q_INVOKABLE void IMapaX_Droped(const QString &origen, const tarvonix::ObjetoPtr &destino, qint32 shift);
     Q_INVOKABLE void IMapaX_Moved(const tarvonix::ObjetoPtr &obj);
+    Q_INVOKABLE void IMapaX_escalado(const tarvonix::ObjetoPtr &obj, float factor);
 
     //! Shows, fills or hides the legend frame for the active frame's object.
     Q_INVOKABLE void references();
@@ -124,6 +133,8 @@ Q_SIGNALS:
     void moved(const tarvonix::ObjetoPtr &obj);
     void Drop(const std::shared_ptr<tarvonix::Objetos> &orig, const tarvonix::ObjetoPtr &dest, qint32 shift);
     void Enter(const tarvonix::ObjetoPtr &obj);
+    //! The user zoomed the frame of \a obj to \a factor (Ctrl with the wheel, a pinch); a host stores it.
+    void escalado(const tarvonix::ObjetoPtr &obj, float factor);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

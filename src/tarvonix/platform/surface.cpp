@@ -58,6 +58,22 @@ Qt::BrushStyle brushStyle(int fillStyle)
     }
 }
 
+// The part of \a widget that its parents let show, in its own coordinates, up to the window
+// or the widget being rendered.
+QRect areaVisible(const QWidget *widget)
+{
+    QRect area = widget->rect();
+    QPoint desplazamiento;
+    for (const QWidget *w = widget; !w->isWindow() && !w->property(Surface::raizDeDibujo).toBool();) {
+        desplazamiento += w->pos();
+        w = w->parentWidget();
+        if (!w)
+            break;
+        area &= w->rect().translated(-desplazamiento);
+    }
+    return area;
+}
+
 int sign(int value)
 {
     return (value > 0) - (value < 0);
@@ -310,8 +326,13 @@ Surface::Painting::Painting(Surface &surface, QPainter &painter)
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, false);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    if (const auto *widget = dynamic_cast<const QWidget *>(painter.device()))
+    if (const auto *widget = dynamic_cast<const QWidget *>(painter.device())) {
         surface.setPalette(widget->palette());
+        // The raster engine clips each widget to where it shows; PDF, SVG and printers do not,
+        // so the part of a widget its parents hide would show on paper.
+        if (painter.paintEngine() && painter.paintEngine()->type() != QPaintEngine::Raster)
+            painter.setClipRect(areaVisible(widget), Qt::IntersectClip);
+    }
     surface.d->painter = &painter;
     surface.d->olvidarPintor();
 }
@@ -411,13 +432,20 @@ void Surface::paintPicture(const QImage &picture, double x, double y, double wid
 void Surface::print(const QString &text)
 {
     if (d->painter) {
-        if (!d->fuentePuesta) {
+        // On paper and in files the text stays text a reader can find, with the characters behind
+        // its glyphs: neither a static text nor an aliased font keeps them once the page is scaled.
+        const QPaintEngine *motor = d->painter->paintEngine();
+        const bool raster = motor && motor->type() == QPaintEngine::Raster;
+        if (!raster) {
+            d->painter->setFont(d->font);
+            d->fuentePuesta = false;
+        } else if (!d->fuentePuesta) {
             d->painter->setFont(d->fuenteImpresa);
             d->fuentePuesta = true;
         }
         d->ponerLapiz(d->foreColor, DrawSolid);
         const QPoint esquina(pixel(d->currentX), pixel(d->currentY));
-        if (const QStaticText *estatico = d->dispuesto(text))
+        if (const QStaticText *estatico = raster ? d->dispuesto(text) : nullptr)
             d->painter->drawStaticText(esquina, *estatico);
         else
             d->painter->drawText(esquina + QPoint(0, d->medidas.ascent()), text);

@@ -37,6 +37,11 @@ namespace tarvonix {
     - circle() is drawn the same way, around a centre with a radius.
     - print() puts the text's top-left corner at the current position, then
       moves that position one text height down, with x back to 0.
+
+    On a device whose engine does not clip the widgets (PDF, SVG, a printer),
+    a paint is clipped to the part of the widget that its parents show, up to
+    the window or up to the widget whose property raizDeDibujo is true (the
+    one being exported, which shows whole).
 */
 class TARVONIX_EXPORT Surface
 {
@@ -60,6 +65,9 @@ public:
         DrawInvisible = 5,
         DrawInsideSolid = 6,
     };
+
+    //! The property that marks the widget being rendered whole.
+    static constexpr const char *raizDeDibujo = "tarvonixRaizDeDibujo";
 
     Surface();
     ~Surface();

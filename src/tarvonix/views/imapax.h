@@ -13,7 +13,7 @@ class IContenedorX;
 /*!
     The callback contract of the map: every container and frame holds the map
     that created it as its root and reports user gestures upward through these
-    seven operations, in this order. A container or frame is given its root by
+    eight operations, in this order. A container or frame is given its root by
     setRoot() and reaches the map in no other way.
 
     Modifier states are the 1 (Shift) + 2 (Ctrl) + 4 (Alt) sum and are
@@ -43,6 +43,8 @@ public:
     virtual void ensureVisible(QWidget *control) = 0;
     //! Asks the root to remove the frame that shows \a frame.
     virtual void remove(const ObjetoPtr &frame) = 0;
+    //! The user zoomed the frame that shows \a frame to \a factor (wheel with Ctrl, pinch).
+    virtual void escalado(const ObjetoPtr &frame, float factor) = 0;
 
 protected:
     IMapaX() = default;

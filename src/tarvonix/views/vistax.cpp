@@ -145,6 +145,18 @@ void VistaX::deseleccionarTodos()
     d->unselectAll();
 }
 
+void VistaX::revelar(const ObjetoPtr &objeto)
+{
+    trap(d->etiqueta("revelar"), [&] {
+        if (!objeto)
+            throw Error(Error::ObjectNotSet);
+        d->unselectAll();
+        d->seleccionarObjeto(objeto);
+        redibujarObjeto(objeto);
+        d->frameSetActive(objeto);
+    });
+}
+
 // A view whose objects have fixed places, like the leg's grid, has nothing to lock, align or distribute.
 void VistaX::setBloqueo(bool) { }
 

@@ -45,6 +45,13 @@ public:
     //! The part of the view that its frame shows, in drawing units; a drag scrolls near its edges.
     Q_INVOKABLE void setViewPort(float left, float top, float right, float bottom);
 
+    //! The object the view shows under \a codigo (case-insensitive), or none; changes nothing.
+    virtual ObjetoPtr localizar(const QString &codigo) = 0;
+    //! Where the view draws \a objeto, in its own pixels; empty when it does not draw it.
+    virtual QRect areaDe(const ObjetoPtr &objeto) = 0;
+    //! Makes \a objeto the only selected object and the frame's active one, as a click on it would.
+    void revelar(const ObjetoPtr &objeto);
+
     // IContenedorX
     void setRoot(IMapaX *root) override;
     void setActivo(const ObjetoPtr &objeto, bool valor) override;
