@@ -97,7 +97,7 @@ struct Surface::Private
     void ponerLapiz(qint32 colour, int style);
     void ponerBrocha(qint32 colour, int style);
     void olvidarPintor();
-    bool copiaExacta(const QRectF &caja);
+    bool pixelesExactos(const QRectF &caja);
     const QImage &circuloDibujado(double radius);
 
     QPainter *painter = nullptr;
@@ -242,16 +242,14 @@ void Surface::Private::ponerBrocha(qint32 colour, int style)
 }
 
 /*!
-    Whether a picture drawn at the origin and copied to \a caja gives the same
-    pixels as drawing there: on a raster device, moved by whole pixels only,
-    away from the device's edges (the rasterizer clips shapes that cross them)
-    with no hatching (its pattern is anchored to the device) and nothing
-    blended otherwise than by painting over.
+    Whether \a caja falls on whole device pixels, one per unit, of a raster
+    device and away from its edges (the rasterizer clips shapes that cross
+    them), with nothing blended otherwise than by painting over: there a
+    picture copied or a strip filled gives the same pixels as drawing the
+    shape. (Hatching is never copied: its pattern is anchored to the device.)
 */
-bool Surface::Private::copiaExacta(const QRectF &caja)
+bool Surface::Private::pixelesExactos(const QRectF &caja)
 {
-    if (fillStyle != FillSolid && fillStyle != FillTransparent)
-        return false;
     if (!zonaCopiable) {
         zonaCopiable = QRectF();
         const QPaintEngine *engine = painter->paintEngine();
@@ -389,7 +387,7 @@ void Surface::box(double x1, double y1, double x2, double y2)
     const Qt::PenStyle trazo = penStyle(d->drawStyle);
     if (relleno == Qt::SolidPattern && trazo == Qt::SolidLine && d->colour(d->foreColor) == d->colour(d->fillColor))
         return;
-    if (trazo == Qt::SolidLine && corners.width() * corners.height() > 1) {
+    if (trazo == Qt::SolidLine && corners.width() * corners.height() > 1 && d->pixelesExactos(corners)) {
         // The same pixels as the outline, filled as four strips: several times faster.
         const QColor colour = d->colour(d->foreColor);
         d->painter->fillRect(QRect(corners.left(), corners.top(), corners.width(), 1), colour);
@@ -412,7 +410,8 @@ void Surface::circle(double centreX, double centreY, double radius)
     const double r = std::min(radius, 1.0e7);
     const QPoint centro(pixel(centreX), pixel(centreY));
     constexpr double maxCopiado = 64;
-    if (r <= maxCopiado && d->copiaExacta(QRectF(centro.x() - r - 2, centro.y() - r - 2, 2 * r + 5, 2 * r + 5))) {
+    const bool rayado = d->fillStyle != FillSolid && d->fillStyle != FillTransparent;
+    if (r <= maxCopiado && !rayado && d->pixelesExactos(QRectF(centro.x() - r - 2, centro.y() - r - 2, 2 * r + 5, 2 * r + 5))) {
         const QImage &dibujo = d->circuloDibujado(r);
         const int desde = dibujo.width() / 2;
         d->painter->drawImage(centro - QPoint(desde, desde), dibujo);
