@@ -281,13 +281,13 @@ private Q_SLOTS:
         QWidget *vistaPierna = s.conten(pierna);
         const QPoint celda =
             GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
-        // A click on a vessel arrives as Click, and takes the keyboard from the host's field: Enter names it.
+        // A click on a vessel arrives as Click, and its view takes the keyboard from the host's field: Enter names it.
         QLineEdit campo(&s.mapa);
         campo.show();
         campo.setFocus();
         const ObjetoPtr d2 = s.a->getObjetos()->Item(2);
         QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(95, 30));
-        QVERIFY(s.click.last().at(0).value<ObjetoPtr>() == d2 && QApplication::focusWidget() == &s.mapa);
+        QVERIFY(s.click.last().at(0).value<ObjetoPtr>() == d2 && QApplication::focusWidget() == s.conten(s.a));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(s.enter.last().at(0).value<ObjetoPtr>(), d2);
         QTest::mouseClick(vistaPierna, Qt::LeftButton, Qt::NoModifier, celda);
