@@ -10,8 +10,10 @@
 #include "errorcatcher.h"
 #include "naves.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMetaEnum>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -259,6 +261,66 @@ private Q_SLOTS:
         QVERIFY(!s.mapa.control(u"caja"_s));
         for (const QString &nombre : s.mapa.controlNames().mid(1))
             QVERIFY(s.mapa.control(nombre)->isEnabled());
+    }
+
+    // Ctrl+Tab goes round the frames with the keyboard's focus; a screen reader finds the frames' parts.
+    void keyboardAndScreenReaders()
+    {
+        Sitio s;
+        QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
+        auto pierna = std::make_shared<Pierna>();
+        pierna->setCodigo(u"1"_s), pierna->setDescripcion(u"Pierna uno"_s);
+        pierna->setEscalas(1), pierna->setEscala(1, 3);
+        auto barrica = std::make_shared<Lote>();
+        barrica->setCodigo(u"B1"_s), barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
+        pierna->setObjeto(1, 2, barrica);
+        s.mapa.add(pierna);
+        for (const ObjetoPtr &o : { ObjetoPtr(pierna), s.b, s.a })
+            s.mapa.show(o);
+        s.mapa.clearFocus();
+        s.mapa.setFocus(Qt::TabFocusReason);
+        QString recorrido = s.frame(u"NA"_s)->objectName();
+        const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
+        for (const Qt::KeyboardModifiers modificadores : { ctrl, ctrl, ctrl, ctrl | Qt::ShiftModifier }) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, modificadores);
+            QCOMPARE(QApplication::focusWidget(), s.conten(s.mapa.getFrame()));
+            recorrido += u' ' + s.mapa.getFrame()->getTipo() + s.mapa.getFrame()->getCodigo();
+        }
+        QCOMPARE(recorrido, u"NA NB P1 NA P1"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // from the view, on to the map
+        QCOMPARE(s.enter.last().at(0).value<ObjetoPtr>(), ObjetoPtr(pierna));
+        // The leg's frame: its title, its buttons, the view with its strips and positions.
+        QAccessibleInterface *frame = QAccessible::queryAccessibleInterface(s.frame(u"P1"_s));
+        QCOMPARE(frame->text(QAccessible::Name), u"Pierna uno"_s);
+        const auto hijo = [](QAccessibleInterface *padre, const QString &nombre) {
+            for (int i = 0; i < padre->childCount(); ++i) {
+                if (padre->child(i)->object() && padre->child(i)->object()->objectName() == nombre)
+                    return padre->child(i);
+            }
+            return static_cast<QAccessibleInterface *>(nullptr);
+        };
+        QStringList arbol;
+        const auto nota = [&arbol](QAccessibleInterface *i, const QString &sangria) {
+            arbol.append(sangria + QMetaEnum::fromType<QAccessible::Role>().valueToKey(i->role()) + u' '
+                         + i->text(QAccessible::Name));
+        };
+        for (const QString &parte : { u"titulo"_s, u"mini"_s, u"cerrar"_s, u"conten"_s }) {
+            nota(hijo(frame, parte), QString());
+            for (int k = 0; parte == "conten"_L1 && k < hijo(frame, parte)->childCount(); ++k)
+                nota(hijo(frame, parte)->child(k), u"  "_s);
+        }
+        QCOMPARE(arbol, (QStringList { "StaticText Pierna uno", "Button Minimizar", "Button Cerrar", "List Pierna uno",
+                                       "  Client ", "  List Ubicaciones", "  List Escalas", "  ListItem 11001",
+                                       "  ListItem B1", "  ListItem 11003" }));
+        QAccessibleInterface *escalas = hijo(hijo(frame, u"conten"_s), u"escalas"_s);
+        QCOMPARE(escalas->childCount(), 1); // one tier, numbered 1
+        QCOMPARE(escalas->child(0)->text(QAccessible::Name), u"1"_s);
+        escalas->child(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(s.click.last().at(0).value<ObjetoPtr>()->getCodigo(), u"11000"_s); // the tier
+        hijo(frame, u"mini"_s)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(s.frame(u"P1"_s)->height(), 24); // the title and the border
+        hijo(frame, u"cerrar"_s)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(!s.mapa.isMember(pierna) && s.errors.messages().isEmpty());
     }
 
     // Root objects pass through the real map, frames, container and leg view, as a host uses them.

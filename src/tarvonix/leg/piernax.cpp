@@ -139,11 +139,13 @@ PiernaX::PiernaX(QWidget *parent)
 
     d->ubicaciones = new etiquetas(this);
     d->ubicaciones->setObjectName(QStringLiteral("Ubicaciones"));
+    d->ubicaciones->setAccessibleName(QStringLiteral("Ubicaciones"));
     d->ubicaciones->setFont(fuenteEtiquetas);
     d->ubicaciones->setGeometry(20, 0, 100, 20);
 
     d->escalas = new etiquetas(this);
     d->escalas->setObjectName(QStringLiteral("escalas"));
+    d->escalas->setAccessibleName(QStringLiteral("Escalas"));
     d->escalas->setSentido(etiquetas::SentidoDown);
     d->escalas->setPrimero(4);
     d->escalas->setPaso(-1);
