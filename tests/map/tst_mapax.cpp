@@ -312,7 +312,8 @@ private Q_SLOTS:
         QCOMPARE(arbol, (QStringList { "StaticText Pierna uno", "Button Minimizar", "Button Cerrar", "List Pierna uno",
                                        "  Client ", "  List Ubicaciones", "  List Escalas", "  ListItem 11001",
                                        "  ListItem B1", "  ListItem 11003" }));
-        QAccessibleInterface *escalas = hijo(hijo(frame, u"conten"_s), u"escalas"_s);
+        QAccessibleInterface *vista = hijo(frame, u"conten"_s), *escalas = hijo(vista, u"escalas"_s);
+        QVERIFY(!vista->child(3)->state().selectable && vista->child(4)->state().selectable); // 11001 is empty
         QCOMPARE(escalas->childCount(), 1); // one tier, numbered 1
         QCOMPARE(escalas->child(0)->text(QAccessible::Name), u"1"_s);
         escalas->child(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());

@@ -87,8 +87,8 @@ public:
             return estado;
         }
         VistaXPrivate *d = privado();
-        estado.selectable = true;
-        estado.multiSelectable = true;
+        // An empty leg position stands for its place and cannot be selected.
+        estado.selectable = d->elementoDe(objeto) == m_indice;
         estado.selected = objeto->getSeleccionado();
         estado.active = objeto->getActivo();
         estado.focusable = true;

@@ -102,6 +102,7 @@ public:
     int cuantos() { return q->elementos(); }
     ObjetoPtr elemento(int i) { return q->elemento(i); }
     QRectF zona(int i) { return q->zonaElemento(i); }
+    int elementoDe(const ObjetoPtr &objeto) { return q->indiceDe(objeto); }
     void pulsar(int i, int shift) { q->pulsarElemento(i, shift); }
     //! Moves the focus mark to element \a i, scrolls it into view and tells screen readers.
     void ponerFoco(int i);
