@@ -273,6 +273,11 @@ private Q_SLOTS:
         QVERIFY(pixels::grab(e->vista) != antes);
         e->vista->clearFocus();
         QCOMPARE(pixels::grab(e->vista), antes);
+        // A mark outside the visible part asks the frame to scroll towards it.
+        e->vista->setViewPort(100, 50, 400, 200);
+        e->frame.calls.clear();
+        e->enfocar(Qt::BacktabFocusReason);
+        QCOMPARE(e->frame.calls, (QStringList { "isActive", "hScroll(-1)", "vScroll(-1)" }));
     }
 
     void screenReadersSeeTheElements()

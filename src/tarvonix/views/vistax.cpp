@@ -527,7 +527,7 @@ void VistaXPrivate::ponerFoco(int i)
     // Scrolled into the frame's visible part, one step at a time, while the frame still scrolls.
     if (viewRight > viewLeft && viewBottom > viewTop) {
         for (int paso = 0; paso < 10000; ++paso) {
-            const float antes = viewLeft + viewTop;
+            const QPointF antes(viewLeft, viewTop);
             if (marca.right() > viewRight && marca.left() > viewLeft)
                 desplazarFrame(Qt::Horizontal, 1);
             else if (marca.left() < viewLeft)
@@ -536,7 +536,7 @@ void VistaXPrivate::ponerFoco(int i)
                 desplazarFrame(Qt::Vertical, 1);
             else if (marca.top() < viewTop)
                 desplazarFrame(Qt::Vertical, -1);
-            if (viewLeft + viewTop == antes)
+            if (QPointF(viewLeft, viewTop) == antes)
                 break;
         }
     }
