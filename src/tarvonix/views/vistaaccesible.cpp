@@ -7,8 +7,6 @@
 #include <tarvonix/views/vistax.h>
 #include <tarvonix/views/vistax_p.h>
 
-#include <QPointer>
-
 namespace tarvonix {
 
 namespace {
@@ -24,23 +22,12 @@ const QString &accionSeleccionar()
     One element of a view: its object's code and tip as the name, its
     description and colour key as the description, its flags as the state.
 */
-class ElementoAccesible : public QAccessibleInterface, public QAccessibleActionInterface
+class ElementoAccesible : public ParteAccesible
 {
 public:
-    ElementoAccesible(VistaX *vista, int indice)
-        : m_vista(vista)
-        , m_indice(indice)
-    { }
+    using ParteAccesible::ParteAccesible;
 
-    bool isValid() const override { return m_vista && m_indice < privado()->cuantos(); }
-    QObject *object() const override { return nullptr; }
-    QWindow *window() const override { return m_vista ? m_vista->window()->windowHandle() : nullptr; }
-    QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(m_vista); }
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
-    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
-    void setText(QAccessible::Text, const QString &) override { }
+    bool isValid() const override { return m_control && m_indice < privado()->cuantos(); }
     QAccessible::Role role() const override { return QAccessible::ListItem; }
 
     QString text(QAccessible::Text t) const override
@@ -57,7 +44,7 @@ public:
             return {};
         // The colour key is the bound object's entry of the object's colour.
         QStringList partes { objeto->getDescripcion() };
-        const ObjetoPtr ligado = m_vista->getObjeto();
+        const ObjetoPtr ligado = vista()->getObjeto();
         if (const auto claves = ligado ? ligado->getReferencias() : nullptr) {
             for (const auto &clave : *claves) {
                 if (clave->getColor() == objeto->getColor()) {
@@ -68,14 +55,6 @@ public:
         }
         partes.removeAll(QString());
         return partes.join(QStringLiteral(", "));
-    }
-
-    QRect rect() const override
-    {
-        if (!isValid())
-            return {};
-        const QRect zona = privado()->zona(m_indice).toAlignedRect();
-        return QRect(m_vista->mapToGlobal(zona.topLeft()), zona.size());
     }
 
     QAccessible::State state() const override
@@ -92,17 +71,11 @@ public:
         estado.selected = objeto->getSeleccionado();
         estado.active = objeto->getActivo();
         estado.focusable = true;
-        estado.focused = m_vista->hasFocus() && d->foco == m_indice;
+        estado.focused = m_control->hasFocus() && d->foco == m_indice;
         estado.movable = d->movible;
-        estado.disabled = !m_vista->isEnabled();
-        estado.invisible = !m_vista->isVisible();
+        estado.disabled = !m_control->isEnabled();
+        estado.invisible = !m_control->isVisible();
         return estado;
-    }
-
-    void *interface_cast(QAccessible::InterfaceType tipo) override
-    {
-        return tipo == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this)
-                                                    : nullptr;
     }
 
     QStringList actionNames() const override
@@ -117,28 +90,24 @@ public:
         VistaXPrivate *d = privado();
         trap(d->etiqueta("doAction"), [&] {
             if (accion == setFocusAction()) {
-                m_vista->setFocus(Qt::OtherFocusReason);
-                d->ponerFoco(m_indice);
+                // Without the focus the view takes it, and its focus-in puts the mark here.
+                d->foco = m_indice;
+                if (m_control->hasFocus())
+                    d->ponerFoco(m_indice);
+                else
+                    m_control->setFocus(Qt::OtherFocusReason);
             } else if (accion == pressAction() || accion == accionSeleccionar()) {
                 d->pulsar(m_indice, accion == pressAction() ? 0 : ShiftMask);
             }
         });
     }
 
-    QStringList keyBindingsForAction(const QString &accion) const override
-    {
-        if (accion == pressAction())
-            return { QStringLiteral("Space") };
-        if (accion == accionSeleccionar())
-            return { QStringLiteral("Shift+Arrow") };
-        return {};
-    }
+protected:
+    QRect zona() const override { return privado()->zona(m_indice).toAlignedRect(); }
 
 private:
-    VistaXPrivate *privado() const { return VistaXPrivate::get(m_vista); }
-
-    QPointer<VistaX> m_vista;
-    const int m_indice;
+    VistaX *vista() const { return static_cast<VistaX *>(m_control.data()); }
+    VistaXPrivate *privado() const { return VistaXPrivate::get(vista()); }
 };
 
 QAccessibleInterface *fabrica(const QString &, QObject *objeto)
@@ -151,22 +120,12 @@ QAccessibleInterface *fabrica(const QString &, QObject *objeto)
 } // namespace
 
 VistaAccesible::VistaAccesible(VistaX *vista)
-    : QAccessibleWidget(vista, QAccessible::List)
+    : AccesibleCompuesto(vista, QAccessible::List)
 { }
-
-VistaAccesible::~VistaAccesible()
-{
-    for (const QAccessible::Id id : std::as_const(m_elementos))
-        QAccessible::deleteAccessibleInterface(id);
-}
 
 void VistaAccesible::instalar()
 {
-    static const bool instalada = [] {
-        QAccessible::installFactory(fabrica);
-        return true;
-    }();
-    Q_UNUSED(instalada);
+    AccesibleCompuesto::instalar(fabrica);
 }
 
 VistaX *VistaAccesible::vista() const
@@ -174,47 +133,18 @@ VistaX *VistaAccesible::vista() const
     return static_cast<VistaX *>(widget());
 }
 
-int VistaAccesible::hijoDeElemento(int i) const
+int VistaAccesible::partes() const
 {
-    return QAccessibleWidget::childCount() + i;
+    return VistaXPrivate::get(vista())->cuantos();
 }
 
-QAccessibleInterface *VistaAccesible::elemento(int i) const
+QAccessibleInterface *VistaAccesible::nuevaParte(int i) const
 {
-    if (i < 0 || i >= VistaXPrivate::get(vista())->cuantos())
-        return nullptr;
-    const auto it = m_elementos.constFind(i);
-    if (it != m_elementos.constEnd())
-        return QAccessible::accessibleInterface(*it);
-    auto *interfaz = new ElementoAccesible(vista(), i);
-    m_elementos.insert(i, QAccessible::registerAccessibleInterface(interfaz));
-    return interfaz;
-}
-
-int VistaAccesible::childCount() const
-{
-    return QAccessibleWidget::childCount() + VistaXPrivate::get(vista())->cuantos();
-}
-
-QAccessibleInterface *VistaAccesible::child(int index) const
-{
-    const int widgets = QAccessibleWidget::childCount();
-    return index < widgets ? QAccessibleWidget::child(index) : elemento(index - widgets);
-}
-
-int VistaAccesible::indexOfChild(const QAccessibleInterface *child) const
-{
-    if (child && !child->object()) {
-        const QAccessible::Id id = QAccessible::uniqueId(const_cast<QAccessibleInterface *>(child));
-        const int i = m_elementos.key(id, -1);
-        return i < 0 ? -1 : hijoDeElemento(i);
-    }
-    return QAccessibleWidget::indexOfChild(child);
+    return new ElementoAccesible(vista(), i);
 }
 
 QAccessibleInterface *VistaAccesible::childAt(int x, int y) const
 {
-    const QPoint punto = vista()->mapFromGlobal(QPoint(x, y));
     const int widgets = QAccessibleWidget::childCount();
     for (int k = 0; k < widgets; ++k) {
         QAccessibleInterface *hijo = QAccessibleWidget::child(k);
@@ -222,9 +152,10 @@ QAccessibleInterface *VistaAccesible::childAt(int x, int y) const
             return hijo;
     }
     VistaXPrivate *vistaPrivada = VistaXPrivate::get(vista());
+    const QPoint punto = vista()->mapFromGlobal(QPoint(x, y));
     for (int i = 0, n = vistaPrivada->cuantos(); i < n; ++i) {
         if (vistaPrivada->zona(i).contains(punto))
-            return elemento(i);
+            return parte(i);
     }
     return nullptr;
 }
@@ -233,7 +164,7 @@ QAccessibleInterface *VistaAccesible::focusChild() const
 {
     VistaXPrivate *vistaPrivada = VistaXPrivate::get(vista());
     if (vista()->hasFocus() && vistaPrivada->foco >= 0)
-        return elemento(vistaPrivada->foco);
+        return parte(vistaPrivada->foco);
     return QAccessibleWidget::focusChild();
 }
 

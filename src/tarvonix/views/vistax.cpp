@@ -559,7 +559,7 @@ void VistaXPrivate::avisarIndice(int i, QAccessible::Event tipo)
     if (!interfaz)
         return;
     QAccessibleEvent evento(q, tipo);
-    evento.setChild(interfaz->hijoDeElemento(i));
+    evento.setChild(interfaz->hijoDeParte(i));
     QAccessible::updateAccessibility(&evento);
 }
 

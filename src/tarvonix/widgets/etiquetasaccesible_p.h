@@ -10,8 +10,7 @@
 // accessible interface and may change from version to version.
 //
 
-#include <QAccessibleWidget>
-#include <QHash>
+#include <tarvonix/platform/accesiblecompuesto_p.h>
 
 namespace tarvonix {
 
@@ -25,28 +24,25 @@ class etiquetas;
     under the pointer (a frame's minimise and close buttons, named by their
     tool tips) and a title otherwise (a frame's title, named by its text).
 */
-class EtiquetasAccesible : public QAccessibleWidget
+class EtiquetasAccesible : public AccesibleCompuesto
 {
 public:
     explicit EtiquetasAccesible(etiquetas *tira);
-    ~EtiquetasAccesible() override;
 
-    //! Installs the factory that gives every strip this interface; once, whoever asks first.
+    //! Installs the factory that gives every strip this interface.
     static void instalar();
 
     QAccessible::Role role() const override;
     QString text(QAccessible::Text t) const override;
-    int childCount() const override;
-    QAccessibleInterface *child(int index) const override;
-    int indexOfChild(const QAccessibleInterface *child) const override;
     QStringList actionNames() const override;
     void doAction(const QString &accion) override;
 
+protected:
+    int partes() const override;
+    QAccessibleInterface *nuevaParte(int i) const override;
+
 private:
     etiquetas *tira() const;
-    int ranuras() const;
-
-    mutable QHash<int, QAccessible::Id> m_ranuras;
 };
 
 } // namespace tarvonix
