@@ -304,21 +304,27 @@ private Q_SLOTS:
             arbol.append(sangria + QMetaEnum::fromType<QAccessible::Role>().valueToKey(i->role()) + u' '
                          + i->text(QAccessible::Name));
         };
-        for (const QString &parte : { u"titulo"_s, u"mini"_s, u"cerrar"_s, u"conten"_s }) {
-            nota(hijo(frame, parte), QString());
-            for (int k = 0; parte == "conten"_L1 && k < hijo(frame, parte)->childCount(); ++k)
-                nota(hijo(frame, parte)->child(k), u"  "_s);
-        }
+        std::function<void(QAccessibleInterface *, const QString &)> bajar = [&](QAccessibleInterface *i,
+                                                                                 const QString &sangria) {
+            nota(i, sangria);
+            for (int k = 0; i->role() == QAccessible::List && k < i->childCount(); ++k)
+                bajar(i->child(k), sangria + u"  "_s);
+        };
+        for (const QString &parte : { u"titulo"_s, u"mini"_s, u"cerrar"_s, u"conten"_s })
+            bajar(hijo(frame, parte), QString());
         QCOMPARE(arbol, (QStringList { "StaticText Pierna uno", "Button Minimizar", "Button Cerrar", "List Pierna uno",
-                                       "  Client ", "  List Ubicaciones", "  List Escalas", "  ListItem 11001",
+                                       "  Client ", "  List Ubicaciones", "    ListItem 1", "    ListItem 2",
+                                       "    ListItem 3", "  List Escalas", "    ListItem 1", "  ListItem 11001",
                                        "  ListItem B1", "  ListItem 11003" }));
         QAccessibleInterface *vista = hijo(frame, u"conten"_s), *escalas = hijo(vista, u"escalas"_s);
         QVERIFY(!vista->child(3)->state().selectable && vista->child(4)->state().selectable); // 11001 is empty
-        QCOMPARE(escalas->childCount(), 1); // one tier, numbered 1
-        QCOMPARE(escalas->child(0)->text(QAccessible::Name), u"1"_s);
-        escalas->child(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(vista->indexOfChild(escalas) == 2 && vista->child(4)->window() == s.mapa.windowHandle());
+        QAccessibleInterface *tier = escalas->child(0); // the whole strip, and the first action is press
+        QVERIFY(tier->rect() == escalas->rect() && !tier->state().invisible);
+        tier->actionInterface()->doAction(tier->actionInterface()->actionNames().constFirst());
         QCOMPARE(s.click.last().at(0).value<ObjetoPtr>()->getCodigo(), u"11000"_s); // the tier
-        hijo(frame, u"mini"_s)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QAccessibleActionInterface *mini = hijo(frame, u"mini"_s)->actionInterface();
+        mini->doAction(mini->actionNames().constFirst());
         QCOMPARE(s.frame(u"P1"_s)->height(), 24); // the title and the border
         hijo(frame, u"cerrar"_s)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QVERIFY(!s.mapa.isMember(pierna) && s.errors.messages().isEmpty());

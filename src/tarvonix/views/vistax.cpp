@@ -444,31 +444,6 @@ void VistaX::dropEvent(QDropEvent *event)
 
 // --- The keyboard and screen readers -----------------------------------------
 
-int VistaX::elementos()
-{
-    return 0;
-}
-
-ObjetoPtr VistaX::elemento(int)
-{
-    return nullptr;
-}
-
-QRectF VistaX::zonaElemento(int)
-{
-    return {};
-}
-
-int VistaX::vecino(int i, int, int)
-{
-    return i;
-}
-
-int VistaX::indiceDe(const ObjetoPtr &)
-{
-    return -1;
-}
-
 void VistaX::moverSeleccion(int, int) { }
 
 void VistaX::pulsarElemento(int i, int shift)

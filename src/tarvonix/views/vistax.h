@@ -106,21 +106,18 @@ protected:
     //! Paints the exposed rectangle on the view's drawing surface, which is bound to \a painter meanwhile.
     virtual void pintar(QPainter &painter, const QRect &expuesto) = 0;
 
-    /*
-        What the keyboard and screen readers reach: the view's elements,
-        counted from 0. A view without any answers the defaults: no element.
-    */
+    // What the keyboard and screen readers reach: the view's elements, counted from 0.
 
     //! How many elements the view shows.
-    virtual int elementos();
+    virtual int elementos() = 0;
     //! The object element \a i stands for (an empty leg position: its position object); nullptr outside.
-    virtual ObjetoPtr elemento(int i);
+    virtual ObjetoPtr elemento(int i) = 0;
     //! The element's box in the view's pixels.
-    virtual QRectF zonaElemento(int i);
+    virtual QRectF zonaElemento(int i) = 0;
     //! The element next to \a i one step in the direction (\a dx, \a dy), or \a i where there is none.
-    virtual int vecino(int i, int dx, int dy);
+    virtual int vecino(int i, int dx, int dy) = 0;
     //! The element that shows \a objeto, or -1.
-    virtual int indiceDe(const ObjetoPtr &objeto);
+    virtual int indiceDe(const ObjetoPtr &objeto) = 0;
     /*!
         The keyboard's click on element \a i: \a shift 0 selects it alone,
         CtrlMask toggles it, ShiftMask adds it; it becomes active and the root
