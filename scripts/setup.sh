@@ -5,8 +5,10 @@ set -euo pipefail
 
 # qt6-tools-dev: the Designer plugin and QUiLoader (whose CMake package also
 # needs libqt6opengl6-dev); doxygen: the API reference; qt6-svg-dev: SVG export;
-# poppler-utils: pdftotext, with which the tests read exported PDF files.
-packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-tools-dev libqt6opengl6-dev libgl-dev fonts-dejavu-core gcovr doxygen qt6-svg-dev poppler-utils)
+# poppler-utils: pdftotext, with which the tests read exported PDF files;
+# qt6-base-private-dev: the accessibility tests switch the platform's
+# accessibility on, as qtbase's own do.
+packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-base-private-dev qt6-tools-dev libqt6opengl6-dev libgl-dev fonts-dejavu-core gcovr doxygen qt6-svg-dev poppler-utils)
 
 missing=()
 for package in "${packages[@]}"; do

@@ -165,20 +165,28 @@ void VentanaBodega::crearBarra()
 {
     QToolBar *barra = addToolBar(QStringLiteral("Disposición"));
     barra->setObjectName(QStringLiteral("disposicion"));
-    barra->addAction(QStringLiteral("Alinear arriba"), m_mapa, &MapaX::alinearHorizontal);
-    barra->addAction(QStringLiteral("Alinear a la izquierda"), m_mapa, &MapaX::alinearVertical);
-    barra->addAction(QStringLiteral("Igualar tamaño"), m_mapa, &MapaX::igualarDimension);
-    barra->addAction(QStringLiteral("Distribuir en horizontal"), m_mapa, &MapaX::distribuirHorizontal);
-    barra->addAction(QStringLiteral("Distribuir en vertical"), m_mapa, &MapaX::distribuirVertical);
+    // Every action has a key, so that the demo works without a pointer (the README lists them).
+    barra->addAction(QStringLiteral("Alinear arriba"), m_mapa, &MapaX::alinearHorizontal)
+        ->setShortcut(QKeySequence(Qt::ALT | Qt::Key_1));
+    barra->addAction(QStringLiteral("Alinear a la izquierda"), m_mapa, &MapaX::alinearVertical)
+        ->setShortcut(QKeySequence(Qt::ALT | Qt::Key_2));
+    barra->addAction(QStringLiteral("Igualar tamaño"), m_mapa, &MapaX::igualarDimension)
+        ->setShortcut(QKeySequence(Qt::ALT | Qt::Key_3));
+    barra->addAction(QStringLiteral("Distribuir en horizontal"), m_mapa, &MapaX::distribuirHorizontal)
+        ->setShortcut(QKeySequence(Qt::ALT | Qt::Key_4));
+    barra->addAction(QStringLiteral("Distribuir en vertical"), m_mapa, &MapaX::distribuirVertical)
+        ->setShortcut(QKeySequence(Qt::ALT | Qt::Key_5));
     barra->addSeparator();
 
     QAction *bloqueo = barra->addAction(QStringLiteral("Bloquear"));
+    bloqueo->setShortcut(QKeySequence(Qt::ALT | Qt::Key_B));
     bloqueo->setCheckable(true);
     connect(bloqueo, &QAction::toggled, this, [this](bool valor) {
         m_mapa->setBloqueo(valor);
         anotar(valor ? QStringLiteral("Bloqueo activado") : QStringLiteral("Bloqueo desactivado"));
     });
     QAction *leyenda = barra->addAction(QStringLiteral("Leyenda"));
+    leyenda->setShortcut(QKeySequence(Qt::ALT | Qt::Key_L));
     leyenda->setCheckable(true);
     leyenda->setChecked(true);
     connect(leyenda, &QAction::toggled, this, [this](bool valor) {
@@ -189,11 +197,14 @@ void VentanaBodega::crearBarra()
     });
     barra->addSeparator();
 
-    barra->addWidget(new QLabel(QStringLiteral(" Escala ")));
+    auto *rotulo = new QLabel(QStringLiteral(" &Escala "));
+    barra->addWidget(rotulo);
     auto *escala = new QComboBox(barra);
+    rotulo->setBuddy(escala); // Alt+E
     for (const int porcentaje : {50, 75, 100, 150, 200})
         escala->addItem(QStringLiteral("%1 %").arg(porcentaje), porcentaje / 100.0);
     escala->setCurrentIndex(2);
+    escala->setAccessibleName(QStringLiteral("Escala"));
     connect(escala, &QComboBox::currentIndexChanged, this, [this, escala](int) {
         if (const ObjetoPtr frame = m_mapa->getFrame())
             m_mapa->setEscala(frame, escala->currentData().toFloat());
@@ -247,6 +258,7 @@ void VentanaBodega::mostrarSitio()
     for (auto it = raices.rbegin(); it != raices.rend(); ++it)
         m_mapa->show(*it);
     anotar(QStringLiteral("%1 marcos en el mapa").arg(raices.size()));
+    m_mapa->setFocus(); // the keyboard starts in the hall
 }
 
 void VentanaBodega::showEvent(QShowEvent *event)

@@ -213,6 +213,10 @@ void tst_PiernaX::gestures_data()
          "soltar:1.3 soltar:c3.1 soltar:@90,50 soltar:E1 sobre:s1.3 soltar:s1.3 soltar:sE1 imagen soltar:E1",
          "copy droped(D7,L1.3,0) copy droped(D7,P013001,2) copy droped(D7,P01,0) copy droped(D7,P013000,0) "
          "ignore ignore ignore ignore {}");
+    fila("keys: up the tiers, an empty position, the longer top tier, Shift adds, nothing moves",
+         "tecla:Up tecla:Up tecla:Up tecla:Space tecla:Right tecla:Right tecla:Right tecla:Up tecla:Down "
+         "tecla:Shift+Left tecla:Ctrl+Right tecla:Ctrl+Space",
+         "clicked(P013001,true) clicked(L2.2,false) clicked(L2.2,true) {}", "larga");
     fila("no leg: even the first paint fails", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
          "copy !validarControl !dibujarTodo !sobreQuien !MouseDown !sobreQuien !MouseUp "
          "!IContenedorX_seleccionar !IContenedorX_seleccionarTodos !escalas.Click !escalas.RightClick "
@@ -230,7 +234,7 @@ void tst_PiernaX::gestures_data()
 // a point "@x,y" or a tier strip slot "E1", after c (Ctrl), s (Shift), r (right button); with v the selection
 // is noted between press and release, with ~ the pointer moves 10 down meanwhile. "soltar:" or "sobre:"
 // before one drop text or drag it over ("imagen" makes it a picture); "todos", "codigo:" and "escala:" call
-// the control. Out come root calls, drop answers, drags and notes; failures ("!operation", the message if not
+// the control, "tecla:" types a key ("larga": tier 3 has a fourth position). Out come root calls, drop answers, drags and notes; failures ("!operation", the message if not
 // mensaje); the selection ("(off)": not flagged).
 void tst_PiernaX::gestures()
 {
@@ -240,7 +244,7 @@ void tst_PiernaX::gestures()
     ErrorCatcher catcher;
     Vista v(montaje == "sin pierna"        ? nullptr
                 : montaje == "sin rejilla" ? std::make_shared<Pierna>()
-                                           : nuevaPierna(3, 3, montaje == "clasica", 3));
+                                           : nuevaPierna(3, 3, montaje == "clasica", 3, montaje == "larga"));
     v.vista->setRoot(montaje == "sin raiz" ? nullptr : &v.mapa);
     DragDriver driver;
     QStringList salida;
@@ -274,6 +278,8 @@ void tst_PiernaX::gestures()
             v.vista->seleccionar(arg);
         } else if (paso.startsWith("escala:")) {
             v.vista->setEscala(arg.toFloat());
+        } else if (paso.startsWith("tecla:")) {
+            QTest::keySequence(v.vista, QKeySequence(arg));
         } else if (paso.contains(u':')) {
             const auto efecto = (paso.startsWith("soltar") ? DragDriver::dropData
                                                            : DragDriver::moveData)(w, pt, &datos, teclas);

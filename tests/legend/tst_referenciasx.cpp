@@ -63,7 +63,7 @@ private Q_SLOTS:
         row.setReferencia(std::make_shared<Referencias>()->add(u"k"_s, texto, 0xFF0000));
         const QFontMetrics metrics(font);
         QCOMPARE(row.size(), QSize(metrics.horizontalAdvance(texto) + 31, 31));
-        QCOMPARE(row.toolTip(), texto);
+        QVERIFY(row.toolTip() == texto && row.accessibleName() == texto);
         const QImage image = pixels::grab(&row);
         const QColor fore = toQColor(row.ForeColor(), row.palette());
         // The box spans x 7..16 and ten pixels from (31 - 10) / 2: outlined in the fore colour, filled with the key's.

@@ -11,10 +11,12 @@
 #include "errorcatcher.h"
 #include "naves.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
 #include <QNativeGestureEvent>
 #include <QScrollBar>
+#include <QMetaEnum>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -368,6 +370,71 @@ private Q_SLOTS:
         QVERIFY(seleccion->count() == 1 && seleccion->Item(1) == (objeto ? objeto : s.a->getObjetos()->Item(1)));
         QVERIFY(!objeto || (s.mapa.getActive() == objeto
                 && donde->vista()->visibleRegion().boundingRect().contains(donde->vista()->areaDe(objeto))));
+    // Ctrl+Tab goes round the frames with the keyboard's focus; a screen reader finds the frames' parts.
+    void keyboardAndScreenReaders()
+    {
+        Sitio s;
+        QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
+        auto pierna = std::make_shared<Pierna>();
+        pierna->setCodigo(u"1"_s), pierna->setDescripcion(u"Pierna uno"_s);
+        pierna->setEscalas(1), pierna->setEscala(1, 3);
+        auto barrica = std::make_shared<Lote>();
+        barrica->setCodigo(u"B1"_s), barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
+        pierna->setObjeto(1, 2, barrica);
+        s.mapa.add(pierna);
+        for (const ObjetoPtr &o : { ObjetoPtr(pierna), s.b, s.a })
+            s.mapa.show(o);
+        s.mapa.clearFocus();
+        s.mapa.setFocus(Qt::TabFocusReason);
+        QString recorrido = s.frame(u"NA"_s)->objectName();
+        const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
+        for (const Qt::KeyboardModifiers modificadores : { ctrl, ctrl, ctrl, ctrl | Qt::ShiftModifier }) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, modificadores);
+            QCOMPARE(QApplication::focusWidget(), s.conten(s.mapa.getFrame()));
+            recorrido += u' ' + s.mapa.getFrame()->getTipo() + s.mapa.getFrame()->getCodigo();
+        }
+        QCOMPARE(recorrido, u"NA NB P1 NA P1"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // from the view, on to the map
+        QCOMPARE(s.enter.last().at(0).value<ObjetoPtr>(), ObjetoPtr(pierna));
+        // The leg's frame: its title, its buttons, the view with its strips and positions.
+        QAccessibleInterface *frame = QAccessible::queryAccessibleInterface(s.frame(u"P1"_s));
+        QCOMPARE(frame->text(QAccessible::Name), u"Pierna uno"_s);
+        const auto hijo = [](QAccessibleInterface *padre, const QString &nombre) {
+            for (int i = 0; i < padre->childCount(); ++i) {
+                if (padre->child(i)->object() && padre->child(i)->object()->objectName() == nombre)
+                    return padre->child(i);
+            }
+            return static_cast<QAccessibleInterface *>(nullptr);
+        };
+        QStringList arbol;
+        const auto nota = [&arbol](QAccessibleInterface *i, const QString &sangria) {
+            arbol.append(sangria + QMetaEnum::fromType<QAccessible::Role>().valueToKey(i->role()) + u' '
+                         + i->text(QAccessible::Name));
+        };
+        std::function<void(QAccessibleInterface *, const QString &)> bajar = [&](QAccessibleInterface *i,
+                                                                                 const QString &sangria) {
+            nota(i, sangria);
+            for (int k = 0; i->role() == QAccessible::List && k < i->childCount(); ++k)
+                bajar(i->child(k), sangria + u"  "_s);
+        };
+        for (const QString &parte : { u"titulo"_s, u"mini"_s, u"cerrar"_s, u"conten"_s })
+            bajar(hijo(frame, parte), QString());
+        QCOMPARE(arbol, (QStringList { "StaticText Pierna uno", "Button Minimizar", "Button Cerrar", "List Pierna uno",
+                                       "  Client ", "  List Ubicaciones", "    ListItem 1", "    ListItem 2",
+                                       "    ListItem 3", "  List Escalas", "    ListItem 1", "  ListItem 11001",
+                                       "  ListItem B1", "  ListItem 11003" }));
+        QAccessibleInterface *vista = hijo(frame, u"conten"_s), *escalas = hijo(vista, u"escalas"_s);
+        QVERIFY(!vista->child(3)->state().selectable && vista->child(4)->state().selectable); // 11001 is empty
+        QVERIFY(vista->indexOfChild(escalas) == 2 && vista->child(4)->window() == s.mapa.windowHandle());
+        QAccessibleInterface *tier = escalas->child(0); // the whole strip, and the first action is press
+        QVERIFY(tier->rect() == escalas->rect() && !tier->state().invisible);
+        tier->actionInterface()->doAction(tier->actionInterface()->actionNames().constFirst());
+        QCOMPARE(s.click.last().at(0).value<ObjetoPtr>()->getCodigo(), u"11000"_s); // the tier
+        QAccessibleActionInterface *mini = hijo(frame, u"mini"_s)->actionInterface();
+        mini->doAction(mini->actionNames().constFirst());
+        QCOMPARE(s.frame(u"P1"_s)->height(), 24); // the title and the border
+        hijo(frame, u"cerrar"_s)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(!s.mapa.isMember(pierna) && s.errors.messages().isEmpty());
     }
 
     // Root objects pass through the real map, frames, container and leg view, as a host uses them.
@@ -385,12 +452,12 @@ private Q_SLOTS:
         QWidget *vistaPierna = s.conten(pierna);
         const QPoint celda =
             GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
-        // A click on a vessel arrives as Click, and takes the keyboard from the host's field: Enter names it.
+        // A click on a vessel arrives as Click, and its view takes the keyboard from the host's field: Enter names it.
         QLineEdit campo(&s.mapa);
         campo.show(), campo.setFocus();
         const ObjetoPtr d2 = s.a->getObjetos()->Item(2);
         QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(95, 30));
-        QVERIFY(s.click.last().at(0).value<ObjetoPtr>() == d2 && QApplication::focusWidget() == &s.mapa);
+        QVERIFY(s.click.last().at(0).value<ObjetoPtr>() == d2 && QApplication::focusWidget() == s.conten(s.a));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(s.enter.last().at(0).value<ObjetoPtr>(), d2);
         QTest::mouseClick(vistaPierna, Qt::LeftButton, Qt::NoModifier, celda);

@@ -6,17 +6,23 @@
 #include <tarvonix/model/objeto.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/model/pierna.h>
+#include <tarvonix/model/referencias.h>
 #include <tarvonix/model/ubicacion.h>
 #include <tarvonix/platform/latebinding.h>
 #include <tarvonix/widgets/dummy.h>
 
 #include "dragdriver.h"
 #include "errorcatcher.h"
+#include "pixels.h"
 #include "recordingmapa.h"
 #include "testframe.h"
 
+#include <QAccessible>
 #include <QMimeData>
 #include <QTest>
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 using namespace tarvonix;
 using namespace Qt::StringLiterals;
@@ -69,6 +75,14 @@ struct Escena
         vista->setObjeto(ligado);
         frame.show();
         frame.calls.clear();
+    }
+    //! The view in an active window, with the keyboard's focus given as \a razon gives it.
+    void enfocar(Qt::FocusReason razon = Qt::TabFocusReason)
+    {
+        frame.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&frame));
+        vista->clearFocus(); // the window's activation gave it the focus already
+        vista->setFocus(razon);
     }
     QStringList seleccion() const
     {
@@ -197,6 +211,133 @@ private Q_SLOTS:
         QCOMPARE(driver.drop(e->vista, e->en[2]), Qt::CopyAction);
         driver.finish();
         QCOMPARE(e->mapa.log(), QStringList { "droped(Dframe,C,0)" });
+    }
+
+    void keysWorkTheElements_data()
+    {
+        // From the mark on A; a leg has no moves, so its root hears no "moved".
+        QTest::addColumn<QString>("teclas");
+        QTest::addColumn<QStringList>("seleccion");
+        QTest::addColumn<QStringList>("raiz");
+        QTest::newRow("Space: the marked one alone") << u"Space"_s << QStringList { "A" } << QStringList { "clicked(A,false)" };
+        QTest::newRow("arrows, to the last at most") << u"Right, Right, Right, Space"_s << QStringList { "C" } << QStringList { "clicked(C,false)" };
+        QTest::newRow("nobody above or below") << u"Right, Up, Down, Space"_s << QStringList { "B" } << QStringList { "clicked(B,false)" };
+        QTest::newRow("Ctrl+Space toggles") << u"Ctrl+Space, Right, Ctrl+Space, Left, Ctrl+Space"_s << QStringList { "B" }
+                                           << QStringList { "clicked(A,true)", "clicked(B,true)", "clicked(A,true)" };
+        QTest::newRow("Shift+arrows extend") << u"Shift+Right, Shift+Right, Shift+Left"_s << QStringList { "B", "C" }
+                                             << QStringList { "clicked(B,false)", "clicked(C,true)", "clicked(B,true)" };
+        QTest::newRow("Ctrl+A, telling nobody") << u"Ctrl+A"_s << QStringList { "A", "B", "C" } << QStringList();
+        QTest::newRow("Ctrl+arrows move by a unit") << u"Space, Ctrl+Right, Ctrl+Down, Ctrl+Down"_s << QStringList { "A" }
+                                                   << QStringList { "clicked(A,false)", "moved(A)", "moved(A)", "moved(A)" };
+        QTest::newRow("locked: no move") << u"Space, Ctrl+Left"_s << QStringList { "A" } << QStringList { "clicked(A,false)" };
+        QTest::newRow("the map's keys and others pass") << u"Return, Menu, Alt+Right, Shift+Space, Ctrl+B"_s << QStringList() << QStringList();
+    }
+    void keysWorkTheElements()
+    {
+        QFETCH_GLOBAL(QString, clase);
+        QFETCH(QString, teclas);
+        QFETCH(QStringList, seleccion);
+        QFETCH(QStringList, raiz);
+        e->vista->setBloqueo(QByteArray(QTest::currentDataTag()).startsWith("locked"));
+        e->enfocar();
+        for (const QString &tecla : teclas.split(u", "_s))
+            QTest::keySequence(e->vista, QKeySequence(tecla));
+        QCOMPARE(e->seleccion(), seleccion);
+        const bool pierna = clase == "PiernaX"_L1;
+        if (pierna)
+            raiz.removeIf([](const QString &linea) { return linea.startsWith("moved"_L1); });
+        QCOMPARE(e->mapa.log(), raiz);
+        QCOMPARE(QPoint(e->objetos[0]->getX(), e->objetos[0]->getY()), raiz.size() == 4 ? QPoint(11, 12) : QPoint(10, 10));
+    }
+
+    void focusMarkShowsWhileTheKeyboardWorks()
+    {
+        QImage antes = pixels::grab(e->vista);
+        e->enfocar();
+        QTest::keyClick(e->vista, Qt::Key_Right);
+        // The style's focus rectangle around B, and nothing changed elsewhere.
+        const QRect marca = QRect(e->en[1] - QPoint(10, 10), QSize(20, 20)).adjusted(-3, -3, 3, 3);
+        const QImage conMarca = pixels::grab(e->vista);
+        int dentro = 0;
+        for (int y = 0; y < antes.height(); ++y) {
+            for (int x = 0; x < antes.width(); ++x) {
+                if (antes.pixel(x, y) != conMarca.pixel(x, y))
+                    ++(marca.contains(x, y) ? dentro : dentro = -10000);
+            }
+        }
+        QVERIFY2(dentro > 0, qPrintable(QString::number(dentro)));
+        // A click hides it; the next arrow shows it on what the click selected, and so does losing the focus.
+        QTest::mouseClick(e->vista, Qt::LeftButton, {}, e->en[2]);
+        antes = pixels::grab(e->vista);
+        QTest::keyClick(e->vista, Qt::Key_Left);
+        QVERIFY(pixels::grab(e->vista) != antes);
+        QTest::keyClick(e->vista, Qt::Key_Space);
+        QCOMPARE(e->mapa.log().last(), u"clicked(C,false)"_s);
+        e->vista->clearFocus();
+        QCOMPARE(pixels::grab(e->vista), antes);
+        // A mark outside the visible part asks the frame to scroll towards it, either way.
+        e->vista->setViewPort(100, 50, 400, 200);
+        e->frame.calls.clear();
+        e->enfocar(Qt::BacktabFocusReason);
+        e->vista->setViewPort(0, -20, 20, 20);
+        QTest::keyClick(e->vista, Qt::Key_Left);
+        QCOMPARE(e->frame.calls.mid(1), (QStringList { "hScroll(-1)", "vScroll(-1)", "hScroll(1)", "vScroll(1)" }));
+    }
+
+    void screenReadersSeeTheElements()
+    {
+        QFETCH_GLOBAL(QString, clase);
+        static QList<std::pair<QAccessible::Event, int>> eventos;
+        eventos.clear();
+        QAccessible::installUpdateHandler([](QAccessibleEvent *evento) {
+            if (evento->child() >= 0)
+                eventos.append({ evento->type(), evento->child() });
+        });
+        QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
+        const ObjetoPtr b = e->objetos[1];
+        b->setTip(u"Tinto"_s), b->setDescripcion(u"Crianza"_s), b->setColor(0xFF);
+        auto claves = std::make_shared<Referencias>();
+        claves->add(u"1"_s, u"Reserva"_s, 0xFF);
+        e->ligado->setReferencias(claves);
+        QAccessibleInterface *vista = QAccessible::queryAccessibleInterface(e->vista);
+        QCOMPARE(vista->role(), QAccessible::List);
+        const int primero = vista->childCount() - 3;
+        QStringList nombres;
+        for (int i = primero; i < vista->childCount(); ++i)
+            nombres.append(vista->child(i)->text(QAccessible::Name));
+        QCOMPARE(nombres, (QStringList { "A", "B Tinto", "C" }));
+        QAccessibleInterface *hijo = vista->child(primero + 1);
+        QCOMPARE(hijo->text(QAccessible::Description), e->ligado->getReferencias() ? u"Crianza, Reserva"_s : u"Crianza"_s);
+        QCOMPARE(hijo->rect(), QRect(e->vista->mapToGlobal(e->en[1] - QPoint(10, 10)), QSize(20, 20)));
+        QVERIFY(vista->childAt(hijo->rect().center().x(), hijo->rect().center().y()) == hijo && hijo->parent() == vista);
+        QVERIFY(vista->indexOfChild(hijo) == primero + 1 && hijo->role() == QAccessible::ListItem);
+        QVERIFY(!hijo->childCount() && !hijo->child(0) && hijo->indexOfChild(vista) < 0 && !hijo->childAt(0, 0));
+        const QPoint fuera = e->vista->mapToGlobal(e->fuera); // a leg's tier strip, or nothing
+        QCOMPARE(vista->childAt(fuera.x(), fuera.y()),
+                 QAccessible::queryAccessibleInterface(e->vista->findChild<QWidget *>(u"escalas"_s)));
+        // Press makes the selection, select adds to it, setFocus moves the mark; each is heard.
+        QCOMPARE(hijo->actionInterface()->actionNames(),
+                 (QStringList { QAccessibleActionInterface::pressAction(), u"select"_s, QAccessibleActionInterface::setFocusAction() }));
+        hijo->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        vista->child(primero)->actionInterface()->doAction(u"select"_s);
+        e->enfocar(Qt::MouseFocusReason);
+        e->vista->clearFocus(); // the action gives it
+        vista->child(primero + 2)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+        QCOMPARE(e->mapa.log(), (QStringList { "clicked(B,false)", "clicked(A,true)" }));
+        QCOMPARE(eventos, (QList<std::pair<QAccessible::Event, int>> { { QAccessible::SelectionAdd, primero + 1 },
+                                                                       { QAccessible::SelectionAdd, primero },
+                                                                       { QAccessible::Focus, primero + 2 } }));
+        QCOMPARE(vista->focusChild(), vista->child(primero + 2));
+        e->vista->setBloqueo(true);
+        e->vista->setEnabled(false);
+        QStringList estados;
+        for (int i = primero; i < vista->childCount(); ++i) {
+            const QAccessible::State estado = vista->child(i)->state();
+            estados.append(u"%1%2%3%4"_s.arg(estado.selected).arg(estado.focused).arg(estado.movable).arg(estado.disabled));
+        }
+        QCOMPARE(estados, (QStringList { "1001", "1001", "0001" }));
+        QAccessible::installUpdateHandler(nullptr);
+        QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(false);
     }
 
     void typedFrame()

@@ -278,6 +278,7 @@ ContenedorX::ContenedorX(QWidget *parent)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     d->vista->surface.setBackColor(qint32(0x8000000F)); // the button face until an object is bound
+    d->vista->movible = true;
 }
 
 ContenedorX::~ContenedorX() = default;
@@ -332,6 +333,7 @@ void ContenedorX::setEscala(float escala)
 void ContenedorX::setBloqueo(bool bloqueo)
 {
     d->bloqueo = bloqueo;
+    d->vista->movible = !bloqueo;
 }
 
 // --- Painting ----------------------------------------------------------------
@@ -1186,6 +1188,76 @@ void ContenedorX::Private::distribuir(const QString &label, Eje eje)
         // The last stays.
         dibujarNuevo(lista.back().objeto);
     });
+}
+
+// --- The keyboard's elements: the children -----------------------------------
+
+int ContenedorX::elementos()
+{
+    const auto hijos = d->objeto && d->objeto->getPuedeContener() ? d->objeto->getObjetos() : nullptr;
+    return hijos ? hijos->count() : 0;
+}
+
+ObjetoPtr ContenedorX::elemento(int i)
+{
+    return i >= 0 && i < elementos() ? d->objeto->getObjetos()->Item(i + 1) : nullptr;
+}
+
+QRectF ContenedorX::zonaElemento(int i)
+{
+    const ObjetoPtr k = elemento(i);
+    if (!k)
+        return {};
+    return normalizado(k->getX() * d->escala + margen, k->getY() * d->escala + margen,
+                       k->getAncho() * d->escala, k->getAlto() * d->escala);
+}
+
+int ContenedorX::vecino(int i, int dx, int dy)
+{
+    // The nearest child whose centre lies ahead, within 45 degrees of the arrow if any does.
+    const QPointF desde = zonaElemento(i).center();
+    int mejor = i;
+    double mejorDistancia = 0;
+    bool mejorEnCono = false;
+    for (int j = 0, n = elementos(); j < n; ++j) {
+        const QPointF delta = zonaElemento(j).center() - desde;
+        const double avance = delta.x() * dx + delta.y() * dy;
+        const double lateral = std::abs(delta.x() * dy - delta.y() * dx);
+        if (j == i || avance <= 0)
+            continue;
+        const bool enCono = lateral <= avance;
+        const double distancia = avance * avance + lateral * lateral;
+        if (mejor == i || (enCono && !mejorEnCono) || (enCono == mejorEnCono && distancia < mejorDistancia)) {
+            mejor = j;
+            mejorDistancia = distancia;
+            mejorEnCono = enCono;
+        }
+    }
+    return mejor;
+}
+
+int ContenedorX::indiceDe(const ObjetoPtr &objeto)
+{
+    if (!objeto || elementos() == 0)
+        return -1;
+    const auto hijos = d->objeto->getObjetos();
+    const qint32 posicion = hijos->indexOf(objeto->getCodigo());
+    return posicion > 0 && hijos->Item(posicion) == objeto ? posicion - 1 : -1;
+}
+
+void ContenedorX::moverSeleccion(int dx, int dy)
+{
+    if (d->bloqueo)
+        return;
+    IMapaX &raiz = d->vista->raiz();
+    for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
+        d->limpiar(o);
+        o->setX(toInt16(qint64(o->getX()) + dx));
+        o->setY(toInt16(qint64(o->getY()) + dy));
+        d->dibujarNuevo(o);
+        raiz.moved(o);
+    }
+    d->validarControl();
 }
 
 } // namespace tarvonix

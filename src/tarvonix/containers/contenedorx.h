@@ -31,7 +31,9 @@ namespace tarvonix {
     moves and foreign drops go to the root given with setRoot(). A
     Shift-drag moves the selection with outline boxes and commits the move
     at the drop; a plain drag carries the frame's name as text to another
-    place of the map.
+    place of the map. From the keyboard, the arrow keys go to the nearest
+    child in their direction and Ctrl+arrows move the selection by one
+    object unit, unless moves are locked.
 
     Every operation and event handler reports its own failures as
     "ContenedorX.<operation>->" followed by the description, and ends
@@ -94,6 +96,12 @@ private:
     void dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto) override;
     void completeDrag() override;
     void pintar(QPainter &painter, const QRect &expuesto) override;
+    int elementos() override;
+    ObjetoPtr elemento(int i) override;
+    QRectF zonaElemento(int i) override;
+    int vecino(int i, int dx, int dy) override;
+    int indiceDe(const ObjetoPtr &objeto) override;
+    void moverSeleccion(int dx, int dy) override;
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -100,6 +100,11 @@ struct PiernaX::Private
     void sobreQuien(double x, double y);
     void selectRectangle(int fila1, int columna1, int fila2, int columna2);
 
+    // The keyboard's elements: every position, tier by tier from the bottom.
+    //! The tier and position of element \a i; false outside the leg.
+    bool celdaDeElemento(int i, int &t, int &p) const;
+    int elementoDeCelda(int t, int p) const;
+
     // The tier strip
     void escalasClick(int etiqueta, bool derecho);
     void escalasOLEStartDrag();
@@ -134,11 +139,13 @@ PiernaX::PiernaX(QWidget *parent)
 
     d->ubicaciones = new etiquetas(this);
     d->ubicaciones->setObjectName(QStringLiteral("Ubicaciones"));
+    d->ubicaciones->setAccessibleName(QStringLiteral("Ubicaciones"));
     d->ubicaciones->setFont(fuenteEtiquetas);
     d->ubicaciones->setGeometry(20, 0, 100, 20);
 
     d->escalas = new etiquetas(this);
     d->escalas->setObjectName(QStringLiteral("escalas"));
+    d->escalas->setAccessibleName(QStringLiteral("Escalas"));
     d->escalas->setSentido(etiquetas::SentidoDown);
     d->escalas->setPrimero(4);
     d->escalas->setPaso(-1);
@@ -628,8 +635,7 @@ void PiernaX::Private::selectRectangle(int fila1, int columna1, int fila2, int c
         for (int t = fila1;; t += pasoFila) {
             for (int p = columna1;; p += pasoColumna) {
                 const ObjetoPtr objeto = leg->getObjeto(qint16(t), qint16(p));
-                q->getSeleccionados()->add(objeto);
-                objeto->setSeleccionado(true);
+                vista->seleccionarObjeto(objeto);
                 dibujarCelda(objeto);
                 if (p == columna2)
                     break;
@@ -847,6 +853,107 @@ void PiernaX::Private::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect
             vista->raiz().droped(origen, destino, shift);
         escalas->update();
     });
+}
+
+// ---------------------------------------------------------------------------
+// The keyboard's elements
+
+bool PiernaX::Private::celdaDeElemento(int i, int &t, int &p) const
+{
+    if (!pierna || i < 0)
+        return false;
+    for (t = 1; t <= pierna->getFilas(); ++t) {
+        const int largo = std::max<int>(0, pierna->getLargo(qint16(t)));
+        if (i < largo) {
+            p = i + 1;
+            return true;
+        }
+        i -= largo;
+    }
+    return false;
+}
+
+int PiernaX::Private::elementoDeCelda(int t, int p) const
+{
+    int i = p - 1;
+    for (int debajo = 1; debajo < t; ++debajo)
+        i += std::max<int>(0, pierna->getLargo(qint16(debajo)));
+    return i;
+}
+
+int PiernaX::elementos()
+{
+    int t = 0;
+    int p = 0;
+    int n = 0;
+    while (d->celdaDeElemento(n, t, p))
+        n += d->pierna->getLargo(qint16(t));
+    return n;
+}
+
+ObjetoPtr PiernaX::elemento(int i)
+{
+    int t = 0;
+    int p = 0;
+    if (!d->celdaDeElemento(i, t, p))
+        return nullptr;
+    const ObjetoPtr objeto = d->pierna->getObjeto(qint16(t), qint16(p));
+    return objeto ? objeto : d->pierna->getUbicacion(qint16(t), qint16(p));
+}
+
+QRectF PiernaX::zonaElemento(int i)
+{
+    int t = 0;
+    int p = 0;
+    return d->celdaDeElemento(i, t, p) ? d->geometria().celda(t, p).normalized() : QRectF();
+}
+
+int PiernaX::vecino(int i, int dx, int dy)
+{
+    int t = 0;
+    int p = 0;
+    if (!d->celdaDeElemento(i, t, p))
+        return i;
+    // Up is the tier above; a shorter tier is entered at its last position.
+    const int fila = t - dy;
+    const int columna = p + dx;
+    if (fila < 1 || fila > d->pierna->getFilas())
+        return i;
+    const int largo = d->pierna->getLargo(qint16(fila));
+    if (largo < 1 || columna < 1 || (dy == 0 && columna > largo))
+        return i;
+    return d->elementoDeCelda(fila, std::min(columna, largo));
+}
+
+int PiernaX::indiceDe(const ObjetoPtr &objeto)
+{
+    qint16 t = 0;
+    qint16 p = 0;
+    if (!objeto || !d->pierna || !d->celdaDe(*d->pierna, objeto, t, p))
+        return -1;
+    return d->elementoDeCelda(t, p);
+}
+
+void PiernaX::pulsarElemento(int i, int shift)
+{
+    int t = 0;
+    int p = 0;
+    if (!d->celdaDeElemento(i, t, p))
+        return;
+    // As a click there: a picked tier gives way, the cell becomes the last hit.
+    escalaSeleccionada();
+    d->fila = qint16(t);
+    d->columna = qint16(p);
+    d->actual = d->pierna->getObjeto(d->fila, d->columna);
+    if (d->actual) {
+        VistaX::pulsarElemento(i, shift);
+    } else if (shift == 0) {
+        // An empty position: its position object stands in, always reported as several.
+        const ObjetoPtr ubicacion = d->pierna->getUbicacion(d->fila, d->columna);
+        d->vista->unselectAll();
+        d->vista->frameSetActive(ubicacion);
+        d->vista->raiz().clicked(ubicacion, true);
+    }
 }
 
 } // namespace tarvonix

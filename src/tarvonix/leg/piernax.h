@@ -29,7 +29,9 @@ namespace tarvonix {
     The user selects cells by pressing, Ctrl-clicking, Shift-clicking a
     rectangle, rubber-banding ("Caja") or picking a whole tier on the tier
     strip, drags cells out as the holding frame's name in plain text, and
-    drops text on cells, empty positions, tiers or the leg. Every gesture is
+    drops text on cells, empty positions, tiers or the leg. From the
+    keyboard, the arrow keys go to the neighbouring position, Up and Down to
+    the tier above and below. Every gesture is
     reported to the root (IMapaX): clicked, rightClicked, droped. The frame
     that holds the control takes part as told in VistaX.
 
@@ -95,6 +97,12 @@ private:
     void dragOver(int shift, QPointF punto, Qt::DropAction &efecto) override;
     void dragDrop(const QString &texto, int shift, QPointF punto, Qt::DropAction &efecto) override;
     void pintar(QPainter &painter, const QRect &expuesto) override;
+    int elementos() override;
+    ObjetoPtr elemento(int i) override;
+    QRectF zonaElemento(int i) override;
+    int vecino(int i, int dx, int dy) override;
+    int indiceDe(const ObjetoPtr &objeto) override;
+    void pulsarElemento(int i, int shift) override;
 
     struct Private;
     std::unique_ptr<Private> d;

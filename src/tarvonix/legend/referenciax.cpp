@@ -80,8 +80,9 @@ void ReferenciaX::setReferencia(const std::shared_ptr<Referencia> &referencia)
         update();
         throw Error(Error::ObjectNotSet);
     }
-    // Its text is the tooltip.
+    // Its text is the tooltip, and what a screen reader calls the row.
     setToolTip(d->referencia->getTexto());
+    setAccessibleName(d->referencia->getTexto());
     // As wide as the text, the box in front of it and a margin behind.
     const double ancho = d->surface.textWidth(d->referencia->getTexto()) + xTexto + margenDerecho;
     resize(int(std::ceil(ancho)), height());

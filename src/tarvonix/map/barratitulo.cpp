@@ -105,6 +105,7 @@ void BarraTitulo::mostrarActivo(bool activo)
 
 void BarraTitulo::setTexto(const QString &texto)
 {
+    m_frame->setAccessibleName(texto); // what a screen reader calls the frame
     m_titulo->setTexto(texto);
     m_titulo->update();
 }

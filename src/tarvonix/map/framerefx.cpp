@@ -48,6 +48,7 @@ FrameRefX::FrameRefX(QWidget *parent)
 {
     setAutoFillBackground(true);
     resize(tamanoInicial);
+    setAccessibleName(QStringLiteral("Leyenda")); // its title bar has no text
     d->refx = new ReferenciasX(this);
     d->refx->setObjectName(QStringLiteral("refx"));
     BarraTitulo::colocar(d->refx, rectLista.x(), rectLista.y());

@@ -394,6 +394,7 @@ void FrameX::setObjeto(const ObjetoPtr &objeto)
             ? QStringLiteral("Tarvonix.PiernaX")
             : QStringLiteral("Tarvonix.ContenedorX");
         d->conten = d->controles.add(clase, nombreConten);
+        setFocusProxy(d->conten); // the keyboard works in the view
         d->contenedor = dynamic_cast<IContenedorX *>(d->conten.data());
         d->vista = dynamic_cast<VistaX *>(d->conten.data());
         d->conten->installEventFilter(this);

@@ -170,6 +170,9 @@ struct MapaX::Private
     { }
 
     void IMapaX_setActive(const ObjetoPtr &obj, IContenedorX *frame, qint16 op);
+    //! Activates the next (\a sentido 1) or previous (-1) frame shown, in the order they were added, and
+    //! gives it the focus.
+    void activarSiguiente(int sentido);
     FrameX *buscarFrame(const ObjetoPtr &obj) const;
     void threadAction(qint16 accion);
     void ejecutarAccion();
@@ -594,6 +597,15 @@ void MapaX::resizeEvent(QResizeEvent *event)
 
 void MapaX::keyPressEvent(QKeyEvent *event)
 {
+    // Ctrl+Tab and Ctrl+Shift+Tab go round the frames; the key reaches here from the view that has the focus.
+    const Qt::KeyboardModifiers modificadores = event->modifiers() & ~Qt::KeypadModifier;
+    if ((event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
+        && (modificadores & ~Qt::ShiftModifier) == Qt::ControlModifier) {
+        event->accept();
+        const bool atras = event->key() == Qt::Key_Backtab || modificadores & Qt::ShiftModifier;
+        trapSilently([&] { d->activarSiguiente(atras ? -1 : 1); });
+        return;
+    }
     const int tecla = codigoDeTecla(event);
     if (tecla == ninguna) {
         QWidget::keyPressEvent(event);
@@ -617,6 +629,31 @@ void MapaX::keyPressEvent(QKeyEvent *event)
                 throw Error(Error::TypeMismatch);
         }
     });
+}
+
+void MapaX::Private::activarSiguiente(int sentido)
+{
+    QList<FrameX *> frames;
+    for (const QString &nombre : controles.names()) {
+        auto *frame = qobject_cast<FrameX *>(controles.item(nombre));
+        if (frame && frame->isVisible() && frame->isEnabled())
+            frames.append(frame);
+    }
+    if (frames.isEmpty())
+        return;
+    const qsizetype actual = frames.indexOf(frameActivo.data());
+    const qsizetype n = frames.size();
+    FrameX *siguiente = frames[actual < 0 ? (sentido > 0 ? 0 : n - 1) : (actual + sentido + n) % n];
+    siguiente->activate();
+    siguiente->setFocus(sentido > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+}
+
+void MapaX::focusInEvent(QFocusEvent *event)
+{
+    // The keyboard works in the active frame: the focus goes on to it, unless it is leaving backwards.
+    QWidget::focusInEvent(event);
+    if (d->frameActivo && event->reason() != Qt::BacktabFocusReason)
+        d->frameActivo->setFocus(event->reason());
 }
 
 void MapaX::IMapaX_clicked(const ObjetoPtr &obj, bool multi)

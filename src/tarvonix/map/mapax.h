@@ -26,6 +26,9 @@ namespace tarvonix {
 
     What the user does comes back to the host as the signals Click,
     RightClick, moved, Drop, Enter and escalado, carrying the map objects concerned.
+    The keyboard works in the active frame's view, which the map hands its
+    focus on to; Ctrl+Tab and Ctrl+Shift+Tab activate the next and the
+    previous frame shown.
 
     Every operation traps its own failures and shows them as
     "MapaX.operation->description" (see reportError()); only isMember() and
@@ -139,6 +142,7 @@ Q_SIGNALS:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
     void dragLeaveEvent(QDragLeaveEvent *event) override;

@@ -55,6 +55,11 @@ bool Objetos::contains(const QString &key) const
     return m_objetos.contains(key);
 }
 
+qint32 Objetos::indexOf(const QString &key) const
+{
+    return qint32(m_objetos.positionOf(key));
+}
+
 Objetos::const_iterator Objetos::begin() const
 {
     return m_objetos.begin();

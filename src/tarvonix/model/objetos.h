@@ -56,6 +56,8 @@ public:
 
     //! Whether an object is filed under \a key.
     bool contains(const QString &key) const;
+    //! The 1-based position of the object filed under \a key, or 0 when there is none.
+    qint32 indexOf(const QString &key) const;
 
     const_iterator begin() const;
     const_iterator end() const;

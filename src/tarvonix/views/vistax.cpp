@@ -13,12 +13,17 @@
 #include <tarvonix/views/imapax.h>
 #include <tarvonix/widgets/dummy.h>
 
+#include <tarvonix/views/vistaaccesible_p.h>
+
 #include <QDrag>
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
 
 #include <cmath>
 
@@ -60,6 +65,8 @@ VistaX::VistaX(const QString &nombre, const QString &nombreBanda, QWidget *paren
     d->frame = dynamic_cast<IFrameX *>(parent);
     d->surface.setFont(font());
     setAcceptDrops(true);
+    setFocusPolicy(Qt::StrongFocus);
+    VistaAccesible::instalar();
 
     d->banda = new Dummy(this);
     d->banda->setObjectName(nombreBanda);
@@ -117,6 +124,7 @@ void VistaXPrivate::seleccionarObjeto(const ObjetoPtr &objeto)
 {
     seleccionados->add(objeto);
     objeto->setSeleccionado(true);
+    avisar(objeto, QAccessible::SelectionAdd);
 }
 
 void VistaXPrivate::alternar(const ObjetoPtr &objeto)
@@ -124,6 +132,7 @@ void VistaXPrivate::alternar(const ObjetoPtr &objeto)
     if (objeto->getSeleccionado()) {
         seleccionados->remove(objeto);
         objeto->setSeleccionado(false);
+        avisar(objeto, QAccessible::SelectionRemove);
     } else {
         seleccionarObjeto(objeto);
     }
@@ -135,6 +144,7 @@ void VistaXPrivate::unselectAll()
         for (const ObjetoPtr &objeto : seleccionados->NewEnum()) {
             objeto->setSeleccionado(false);
             q->redibujarObjeto(objeto);
+            avisar(objeto, QAccessible::SelectionRemove);
         }
         seleccionados->clear();
     });
@@ -339,12 +349,28 @@ void VistaX::paintEvent(QPaintEvent *event)
     Surface::Painting painting(d->surface, painter);
     d->surface.setFont(font());
     pintar(painter, event->rect());
+    // The focus mark goes over whatever the view drew, in the platform's own look.
+    if (d->marcaVisible()) {
+        trap(d->etiqueta("Paint"), [&] {
+            QStyleOptionFocusRect opcion;
+            opcion.initFrom(this);
+            opcion.state |= QStyle::State_KeyboardFocusChange | QStyle::State_HasFocus;
+            opcion.rect = d->zonaMarca(d->foco);
+            opcion.backgroundColor = palette().color(backgroundRole());
+            style()->drawPrimitive(QStyle::PE_FrameFocusRect, &opcion, &painter, this);
+        });
+    }
 }
 
 void VistaX::mousePressEvent(QMouseEvent *event)
 {
     const int button = mouseButton(event->button());
     const int shift = shiftState(event->modifiers());
+    // The pointer takes over: the mark hides, and the next arrow starts from what the press selects.
+    if (d->teclado && d->foco >= 0)
+        update(d->zonaMarca(d->foco));
+    d->teclado = false;
+    d->foco = -1;
     trap(d->etiqueta("MouseDown"), [&] {
         d->pulsado = event->position();
         MouseDown(button, shift, event->position());
@@ -426,6 +452,165 @@ void VistaX::dropEvent(QDropEvent *event)
             efecto = Qt::IgnoreAction;
     });
     DragRunner::answer(event, efecto);
+}
+
+// --- The keyboard and screen readers -----------------------------------------
+
+void VistaX::moverSeleccion(int, int) { }
+
+void VistaX::pulsarElemento(int i, int shift)
+{
+    const ObjetoPtr objeto = elemento(i);
+    if (!objeto)
+        return;
+    if (shift == CtrlMask) {
+        d->alternar(objeto);
+    } else if (shift == ShiftMask) {
+        if (!objeto->getSeleccionado())
+            d->seleccionarObjeto(objeto);
+    } else {
+        d->unselectAll();
+        d->seleccionarObjeto(objeto);
+    }
+    redibujarObjeto(objeto);
+    const ObjetoPtr activo = d->frameSetActive(objeto);
+    d->raiz().clicked(activo, shift == CtrlMask || d->seleccionados->count() > 1);
+}
+
+int VistaXPrivate::focoActual()
+{
+    const int n = cuantos();
+    if (foco >= 0 && foco < n)
+        return foco;
+    if (seleccionados->count() > 0) {
+        const int i = q->indiceDe(seleccionados->Item(1));
+        if (i >= 0)
+            return i;
+    }
+    return n > 0 ? 0 : -1;
+}
+
+QRect VistaXPrivate::zonaMarca(int i)
+{
+    // Around the element, clear of the outline that marks the active object.
+    return zona(i).toAlignedRect().adjusted(-2, -2, 2, 2);
+}
+
+bool VistaXPrivate::marcaVisible() const
+{
+    return teclado && foco >= 0 && q->hasFocus();
+}
+
+void VistaXPrivate::ponerFoco(int i)
+{
+    if (foco >= 0 && foco != i)
+        q->update(zonaMarca(foco));
+    foco = i;
+    teclado = true;
+    if (i < 0)
+        return;
+    const QRect marca = zonaMarca(i);
+    q->update(marca);
+    // Scrolled into the frame's visible part, one step at a time, while the frame still scrolls.
+    if (viewRight > viewLeft && viewBottom > viewTop) {
+        for (int paso = 0; paso < 10000; ++paso) {
+            const QPointF antes(viewLeft, viewTop);
+            if (marca.right() > viewRight && marca.left() > viewLeft)
+                desplazarFrame(Qt::Horizontal, 1);
+            else if (marca.left() < viewLeft)
+                desplazarFrame(Qt::Horizontal, -1);
+            if (marca.bottom() > viewBottom && marca.top() > viewTop)
+                desplazarFrame(Qt::Vertical, 1);
+            else if (marca.top() < viewTop)
+                desplazarFrame(Qt::Vertical, -1);
+            if (QPointF(viewLeft, viewTop) == antes)
+                break;
+        }
+    }
+    if (q->hasFocus())
+        avisarIndice(i, QAccessible::Focus);
+}
+
+void VistaXPrivate::avisar(const ObjetoPtr &objeto, QAccessible::Event tipo)
+{
+    // Finding an object's element costs a lookup: only when someone listens.
+    if (QAccessible::isActive())
+        avisarIndice(q->indiceDe(objeto), tipo);
+}
+
+void VistaXPrivate::avisarIndice(int i, QAccessible::Event tipo)
+{
+    if (i < 0 || !QAccessible::isActive())
+        return;
+    auto *interfaz = dynamic_cast<VistaAccesible *>(QAccessible::queryAccessibleInterface(q));
+    if (!interfaz)
+        return;
+    QAccessibleEvent evento(q, tipo);
+    evento.setChild(interfaz->hijoDeParte(i));
+    QAccessible::updateAccessibility(&evento);
+}
+
+void VistaX::keyPressEvent(QKeyEvent *event)
+{
+    const int shift = shiftState(event->modifiers());
+    const int tecla = event->key();
+    const int dx = tecla == Qt::Key_Right ? 1 : tecla == Qt::Key_Left ? -1 : 0;
+    const int dy = tecla == Qt::Key_Down ? 1 : tecla == Qt::Key_Up ? -1 : 0;
+    const bool flecha = dx || dy;
+    // Enter, the context-menu key, Ctrl+Tab and the rest are the frame's and the map's.
+    if (!(flecha && (shift == 0 || shift == ShiftMask || shift == CtrlMask))
+        && !(tecla == Qt::Key_Space && (shift == 0 || shift == CtrlMask))
+        && !(tecla == Qt::Key_A && shift == CtrlMask)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    trap(d->etiqueta("KeyDown"), [&] {
+        if (tecla == Qt::Key_A) {
+            seleccionarTodos();
+        } else if (tecla == Qt::Key_Space) {
+            const int i = d->focoActual();
+            d->ponerFoco(i);
+            if (i >= 0)
+                pulsarElemento(i, shift);
+        } else if (shift == CtrlMask) {
+            const QRect antes = d->foco >= 0 ? d->zonaMarca(d->foco) : QRect();
+            moverSeleccion(dx, dy);
+            update(antes);
+            if (d->foco >= 0)
+                d->ponerFoco(d->foco);
+        } else {
+            // The first arrow shows the mark where it stands; the next ones move it.
+            const int desde = d->focoActual();
+            const int i = desde == d->foco && d->teclado ? vecino(desde, dx, dy) : desde;
+            d->ponerFoco(i);
+            if (shift == ShiftMask && i >= 0)
+                pulsarElemento(i, ShiftMask);
+        }
+    });
+}
+
+void VistaX::focusInEvent(QFocusEvent *event)
+{
+    trap(d->etiqueta("GotFocus"), [&] {
+        // The pointer shows where it works; a window coming back keeps the mark as it was.
+        const Qt::FocusReason razon = event->reason();
+        if (razon == Qt::MouseFocusReason || razon == Qt::PopupFocusReason
+            || razon == Qt::ActiveWindowFocusReason) {
+            if (d->marcaVisible())
+                update(d->zonaMarca(d->foco));
+            return;
+        }
+        // From the keyboard the frame wakes and the mark shows.
+        d->activarFrame();
+        d->ponerFoco(d->focoActual());
+    });
+}
+
+void VistaX::focusOutEvent(QFocusEvent *)
+{
+    if (d->teclado && d->foco >= 0)
+        update(d->zonaMarca(d->foco));
 }
 
 } // namespace tarvonix

@@ -27,6 +27,14 @@ class VistaXPrivate;
     5 units away, and the way from Qt's pointer and drag events to the view's
     own steps. Each view keeps its own hit-testing, drawing and gesture rules.
 
+    The keyboard works on the view's elements (the children of a container,
+    the positions of a leg): the arrow keys move a focus mark, drawn as the
+    style's focus rectangle while the keyboard is in use; Space selects the
+    marked element alone, Ctrl+Space toggles it, Shift+arrows extend the
+    selection, Ctrl+A selects all and Ctrl+arrows move the selection by one
+    unit where the view moves its objects. The elements are also the view's
+    accessible children, for screen readers.
+
     The frame that holds the view is its parent widget. A FrameX is reached
     through IFrameX; any other parent through the members "pActive",
     "setActive", "isActive", "activate", "Resize", "hScroll", "vScroll" and
@@ -105,8 +113,33 @@ protected:
     //! Paints the exposed rectangle on the view's drawing surface, which is bound to \a painter meanwhile.
     virtual void pintar(QPainter &painter, const QRect &expuesto) = 0;
 
+    // What the keyboard and screen readers reach: the view's elements, counted from 0.
+
+    //! How many elements the view shows.
+    virtual int elementos() = 0;
+    //! The object element \a i stands for (an empty leg position: its position object); nullptr outside.
+    virtual ObjetoPtr elemento(int i) = 0;
+    //! The element's box in the view's pixels.
+    virtual QRectF zonaElemento(int i) = 0;
+    //! The element next to \a i one step in the direction (\a dx, \a dy), or \a i where there is none.
+    virtual int vecino(int i, int dx, int dy) = 0;
+    //! The element that shows \a objeto, or -1.
+    virtual int indiceDe(const ObjetoPtr &objeto) = 0;
+    /*!
+        The keyboard's click on element \a i: \a shift 0 selects it alone,
+        CtrlMask toggles it, ShiftMask adds it; it becomes active and the root
+        hears of it as of a click.
+    */
+    virtual void pulsarElemento(int i, int shift);
+    //! Moves the selection by (\a dx, \a dy) object units; a view whose objects have fixed places does
+    //! nothing.
+    virtual void moverSeleccion(int dx, int dy);
+
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

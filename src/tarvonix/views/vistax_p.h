@@ -14,6 +14,7 @@
 #include <tarvonix/views/indiceespacial.h>
 #include <tarvonix/views/vistax.h>
 
+#include <QAccessible>
 #include <QPixmap>
 #include <QPointF>
 #include <QPointer>
@@ -97,6 +98,24 @@ public:
     */
     void colocarTexto(int across, int down, const QRectF &libre, QSizeF texto);
 
+    // The keyboard and screen readers.
+    int cuantos() { return q->elementos(); }
+    ObjetoPtr elemento(int i) { return q->elemento(i); }
+    QRectF zona(int i) { return q->zonaElemento(i); }
+    int elementoDe(const ObjetoPtr &objeto) { return q->indiceDe(objeto); }
+    void pulsar(int i, int shift) { q->pulsarElemento(i, shift); }
+    //! Moves the focus mark to element \a i, scrolls it into view and tells screen readers.
+    void ponerFoco(int i);
+    //! The mark's element; the first selected one, else the first, when the mark has none yet.
+    int focoActual();
+    //! The pixels the focus mark covers around element \a i.
+    QRect zonaMarca(int i);
+    //! Whether the mark shows: the view has the focus and the keyboard is in use.
+    bool marcaVisible() const;
+    //! Tells screen readers about element \a objeto: selection and focus changes.
+    void avisar(const ObjetoPtr &objeto, QAccessible::Event tipo);
+    void avisarIndice(int i, QAccessible::Event tipo);
+
     VistaX *const q;
     QString nombre;
     // The rectangle last given to setViewPort().
@@ -118,6 +137,10 @@ public:
     QPointer<Dummy> banda;
     // The children's boxes, for a view whose children stand anywhere; the view fills it.
     IndiceEspacial indice;
+
+    int foco = -1; // the element under the focus mark
+    bool teclado = false; // the keyboard is in use: the mark shows while the view has the focus
+    bool movible = false; // the view moves its objects and is not locked
 };
 
 } // namespace tarvonix

@@ -8,6 +8,7 @@
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/propertybag.h>
 #include <tarvonix/platform/shiftstate.h>
+#include <tarvonix/widgets/etiquetasaccesible_p.h>
 
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -81,6 +82,7 @@ etiquetas::etiquetas(QWidget *parent)
     resize(tamanoDiseno);
     // Drags are always taken, so that a strip that refuses them does not pass them to the control beneath.
     setAcceptDrops(true);
+    EtiquetasAccesible::instalar();
 }
 
 etiquetas::~etiquetas() = default;
