@@ -9,7 +9,7 @@
 // the release preset; it is run by hand, never as a test:
 //
 //   cmake --preset release && cmake --build --preset release --target bench_comparado
-//   build/release/bin/bench_comparado [row filter]
+//   build/release/bin/bench_comparado [row filter [N]]
 //
 // Under callgrind with --instr-atstart=no only the timed work is counted.
 
@@ -704,6 +704,8 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const QString filtro = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
+    // With a size, the rows are measured at that size only (for a profiler's instruction counts).
+    const int tamano = argc > 2 ? QString::fromLocal8Bit(argv[2]).toInt() : 0;
     int errores = 0;
     setErrorHandler([&](const QString &mensaje) {
         if (++errores <= 5)
@@ -755,16 +757,17 @@ int main(int argc, char **argv)
         if (!filtro.isEmpty() && !QString::fromUtf8(fila.nombre).contains(filtro, Qt::CaseInsensitive))
             continue;
         const bool memoria = std::string(fila.unidad) == "B";
-        const double t = fila.tarvonix(fila.n);
-        const double g = fila.graphicsView(fila.n);
+        const int n = tamano > 0 ? tamano : fila.n;
+        const double t = fila.tarvonix(n);
+        const double g = fila.graphicsView(n);
         char expT[16] = "-", expG[16] = "-";
-        if (!memoria) {
+        if (!memoria && tamano == 0) {
             std::snprintf(expT, sizeof expT, "%.2f", exponente(fila.tarvonix(fila.n / 10), t));
             std::snprintf(expG, sizeof expG, "%.2f", exponente(fila.graphicsView(fila.n / 10), g));
         }
         const char *formato = memoria ? "| %s | %d | %.0f %s | %.0f %s | %.2fx | %s | %s |\n"
                                       : "| %s | %d | %.3f %s | %.3f %s | %.2fx | %s | %s |\n";
-        std::printf(formato, fila.nombre, fila.n, t, fila.unidad, g, fila.unidad, t / g, expT, expG);
+        std::printf(formato, fila.nombre, n, t, fila.unidad, g, fila.unidad, t / g, expT, expG);
         std::fflush(stdout);
     }
     if (errores)
