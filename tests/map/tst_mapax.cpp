@@ -359,7 +359,11 @@ private Q_SLOTS:
             }
         }
         s.mapa.add(pierna), s.mapa.show(s.a), s.mapa.seleccionar(s.a, u"AD1"_s);
+        FrameX *na = s.frame(u"NA"_s);
+        const int alto = na->height();
+        QTest::mouseClick(na->findChild<QWidget *>(u"mini"_s), Qt::LeftButton); // opened by what is found in it
         const ObjetoPtr objeto = s.mapa.revelar(codigo);
+        QCOMPARE(na->height() == alto, hallado.startsWith(u"NA "_s));
         FrameX *donde = s.frame(hallado.section(u' ', 0, 0));
         QCOMPARE(objeto ? objeto->getCodigo() : QString(), hallado.section(u' ', 1));
         QVERIFY(s.mapa.getFrame() == donde->getObjeto() && donde->isVisible() && s.errors.messages().isEmpty());
@@ -370,6 +374,8 @@ private Q_SLOTS:
         QVERIFY(seleccion->count() == 1 && seleccion->Item(1) == (objeto ? objeto : s.a->getObjetos()->Item(1)));
         QVERIFY(!objeto || (s.mapa.getActive() == objeto
                 && donde->vista()->visibleRegion().boundingRect().contains(donde->vista()->areaDe(objeto))));
+    }
+
     // Ctrl+Tab goes round the frames with the keyboard's focus; a screen reader finds the frames' parts.
     void keyboardAndScreenReaders()
     {

@@ -307,6 +307,9 @@ void FrameX::revelar(const ObjetoPtr &obj)
     trap(QStringLiteral("FrameX.revelar->"), [&] {
         if (!vista())
             throw Error(Error::ObjectNotSet);
+        // A minimised frame opens to show what is looked for.
+        if (d->barra.minimizado())
+            d->minimizar();
         d->vista->revelar(obj);
         d->desplazarHasta(d->vista->areaDe(obj));
     });
