@@ -6,6 +6,8 @@ set -euo pipefail
 # qt6-tools-dev: the Designer plugin and QUiLoader (whose CMake package also
 # needs libqt6opengl6-dev); doxygen: the API reference.
 packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-tools-dev libqt6opengl6-dev libgl-dev fonts-dejavu-core gcovr doxygen)
+# valgrind: the demo's run under memcheck (scripts/valgrind.sh).
+packages+=(valgrind)
 
 missing=()
 for package in "${packages[@]}"; do
