@@ -59,12 +59,12 @@ struct Driver
 
     int n(int hasta) { return hasta > 0 ? int(rng() % unsigned(hasta)) : 0; }
     bool moneda(int en = 2) { return n(en) == 0; }
-    template<typename T>
-    T de(const std::vector<T> &v) { return v.at(size_t(n(int(v.size())))); }
+    template<typename T> T de(const std::vector<T> &v) { return v.at(size_t(n(int(v.size())))); }
 
     ObjetoPtr hijo(const QString &codigo, const QString &padre)
     {
-        ObjetoPtr o = moneda(3) ? ObjetoPtr(std::make_shared<Deposito>()) : ObjetoPtr(std::make_shared<Lote>());
+        ObjetoPtr o
+            = moneda(3) ? ObjetoPtr(std::make_shared<Deposito>()) : ObjetoPtr(std::make_shared<Lote>());
         o->setCodigo(codigo);
         o->setPadre(padre);
         o->setX(qint16(n(400)));
@@ -72,7 +72,7 @@ struct Driver
         o->setAncho(qint16(4 + n(90)));
         o->setAlto(qint16(4 + n(60)));
         o->setForma(qint16(n(6) - 1)); // the four shapes and two no shape knows
-        o->setColor(de<qint32>({0xFFFFFF, 0x000000, 0x1F1F8C, qint32(rng() & 0xFFFFFF)}));
+        o->setColor(de<qint32>({ 0xFFFFFF, 0x000000, 0x1F1F8C, qint32(rng() & 0xFFFFFF) }));
         if (moneda(4)) {
             auto imagenes = std::make_shared<Imagenes>(); // the object keeps its picture alive
             o->setImagen(imagenes->add(1, g_imagen));
@@ -92,7 +92,9 @@ struct Driver
                 p->setEscala(e, qint16(n(14)));
                 for (qint16 q = 1; q <= p->getLargo(e); ++q) {
                     if (moneda(3))
-                        p->setObjeto(e, q, hijo(u"%1-%2-%3"_s.arg(codigo).arg(e).arg(q), p->getUbicacion(e, q)->getCodigo()));
+                        p->setObjeto(e, q,
+                                     hijo(u"%1-%2-%3"_s.arg(codigo).arg(e).arg(q),
+                                          p->getUbicacion(e, q)->getCodigo()));
                 }
             }
             r = p;
@@ -125,48 +127,38 @@ struct Driver
         ventana.resize(720, 520);
         mapa->resize(720, 520);
         ventana.show();
-        // The host answers what the user does by calling back into the map, now and then.
-        const auto responder = [this](const ObjetoPtr &obj) {
+        // The host answers what the user does by calling back into the map, now and then, with any
+        // host call of the table: what fails then is the host's doing.
+        const auto responder = [this] {
             if (moneda(3))
-                return;
-            switch (n(6)) {
-            case 0: // the frame that was clicked goes
-                if (mapa->getFrame())
-                    mapa->remove(mapa->getFrame());
-                break;
-            case 1: mapa->add(raiz(moneda())); break;
-            case 2: mapa->deseleccionarTodos(mapa->getFrame()); break;
-            case 3: // a leg takes position codes, not its objects' codes: this may fail
-                gesto = false;
-                mapa->seleccionar(mapa->getFrame(), obj ? obj->getCodigo() : QString());
-                break;
-            case 4: mapa->alinearVertical(); break;
-            default: mapa->show(enMapa()); break;
-            }
+                hacer(true);
         };
         QObject::connect(mapa, &MapaX::Click, mapa, responder);
         QObject::connect(mapa, &MapaX::RightClick, mapa, responder);
         QObject::connect(mapa, &MapaX::Enter, mapa, responder);
         QObject::connect(mapa, &MapaX::moved, mapa, responder);
-        QObject::connect(mapa, &MapaX::Drop, mapa, [responder](auto, const ObjetoPtr &dest, qint32) { responder(dest); });
+        QObject::connect(mapa, &MapaX::Drop, mapa, responder);
     }
 
     // Something the host might pass: mostly the roots, sometimes none, a stranger or a namesake.
     ObjetoPtr cualquiera()
     {
         switch (n(8)) {
-        case 0: return nullptr;
-        case 1: return raiz(moneda());
+        case 0:
+            return nullptr;
+        case 1:
+            return raiz(moneda());
         case 2: { // a namesake of the same kind: a leg's frame shows legs only
             const ObjetoPtr r = de(raices);
             if (r->getTipo() != u"P"_s)
-                return naves::nave(r->getCodigo(), de<QString>({u"N"_s, u"X"_s}));
+                return naves::nave(r->getCodigo(), de<QString>({ u"N"_s, u"X"_s }));
             auto otra = std::make_shared<Pierna>();
             otra->setCodigo(r->getCodigo());
             otra->setEscalas(1);
             return otra;
         }
-        default: return de(raices);
+        default:
+            return de(raices);
         }
     }
     std::vector<QPointer<QWidget>> widgets(bool soloVistas)
@@ -183,17 +175,12 @@ struct Driver
     QPoint punto(QWidget *w)
     {
         if (auto *vista = qobject_cast<VistaX *>(w); vista && moneda()) {
-            if (auto objetos = vista->getObjeto() ? vista->getObjeto()->getObjetos() : nullptr; objetos && objetos->count())
+            if (auto objetos = vista->getObjeto() ? vista->getObjeto()->getObjetos() : nullptr;
+                objetos && objetos->count())
                 if (ObjetoPtr o = objetos->Item(1 + n(objetos->count())))
                     return QPoint(o->getX() + 2 + o->getAncho() / 2, o->getY() + 2 + o->getAlto() / 2);
         }
         return QPoint(n(w->width()), n(w->height())); // a press lands on the widget under the pointer
-    }
-    ObjetoPtr enMapa()
-    {
-        std::vector<ObjetoPtr> dentro;
-        std::copy_if(raices.begin(), raices.end(), std::back_inserter(dentro), [this](auto &r) { return mapa->isMember(r); });
-        return dentro.empty() ? raiz(moneda()) : de(dentro);
     }
     QString nombre()
     {
@@ -202,8 +189,8 @@ struct Driver
     }
     Qt::KeyboardModifiers teclas()
     {
-        return Qt::KeyboardModifiers(de<int>({0, 0, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier,
-                                              Qt::ShiftModifier | Qt::ControlModifier}));
+        return Qt::KeyboardModifiers(de<int>({ 0, 0, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier,
+                                               Qt::ShiftModifier | Qt::ControlModifier }));
     }
 
     // Press, drag past the threshold and, if a drag started, wander over the map and drop or give up.
@@ -228,49 +215,54 @@ struct Driver
         drag.finish(hecho);
     }
 
-    void pasoAlAzar();
+    void hacer(bool soloHost);
     void comprobar(bool gestoTerminado);
 };
 
+enum Clase { Host, HostOutsideHandlers, Gesture };
 struct Paso
 {
     const char *nombre;
     int peso;
-    bool gesto;
+    Clase clase;
     std::function<void(Driver &)> hacer;
 };
 
-// The step table: host calls first, then the user's gestures.
+// The step table: host calls first, then the user's gestures. A handler does not start a drag of its own
+// inside the user's.
+// A row per step reads better than clang-format's layout of lambdas.
+// clang-format off
 const std::vector<Paso> &pasos()
 {
     static const std::vector<Paso> tabla{
-        {"add", 3, false, [](Driver &d) { d.mapa->add(d.cualquiera()); }},
-        {"remove", 2, false, [](Driver &d) { d.mapa->remove(d.cualquiera()); }},
-        {"removeAll", 1, false, [](Driver &d) { if (d.moneda(8)) d.mapa->removeAll(); }},
-        {"show", 4, false, [](Driver &d) { d.mapa->show(d.cualquiera()); }},
-        {"hide", 1, false, [](Driver &d) { d.mapa->hide(d.cualquiera()); }},
-        {"setObjeto", 2, false, [](Driver &d) { d.mapa->setObjeto(d.cualquiera()); }},
-        {"Refresh", 1, false, [](Driver &d) { d.mapa->Refresh(d.cualquiera()); }},
-        {"legend", 2, false, [](Driver &d) {
+        {"add", 3, Host, [](Driver &d) { d.mapa->add(d.cualquiera()); }},
+        {"remove", 2, Host, [](Driver &d) { d.mapa->remove(d.cualquiera()); }},
+        {"remove the active frame", 2, Host, [](Driver &d) { if (d.mapa->getFrame()) d.mapa->remove(d.mapa->getFrame()); }},
+        {"removeAll", 1, Host, [](Driver &d) { if (d.moneda(8)) d.mapa->removeAll(); }},
+        {"show", 4, Host, [](Driver &d) { d.mapa->show(d.cualquiera()); }},
+        {"hide", 1, Host, [](Driver &d) { d.mapa->hide(d.cualquiera()); }},
+        {"setObjeto", 2, Host, [](Driver &d) { d.mapa->setObjeto(d.cualquiera()); }},
+        {"Refresh", 1, Host, [](Driver &d) { d.mapa->Refresh(d.cualquiera()); }},
+        {"legend", 2, Host, [](Driver &d) {
              d.moneda() ? d.mapa->ShowReferences() : d.moneda() ? d.mapa->references() : d.mapa->remove(nullptr); }},
         // Scales and fonts no one could use are tried, then taken back: what they break is the host's doing.
-        {"setEscala", 2, false, [](Driver &d) {
+        {"setEscala", 2, Host, [](Driver &d) {
              const ObjetoPtr r = d.cualquiera();
              d.mapa->setEscala(r, d.de<float>({0.f, -2.f, 1e6f, float(qQNaN())}));
              d.mapa->setEscala(r, d.de<float>({0.25f, 0.5f, 1.f, 1.5f, 3.f})); }},
-        {"layout", 2, false, [](Driver &d) {
+        {"layout", 2, Host, [](Driver &d) {
              QMetaObject::invokeMethod(d.mapa, d.de<const char *>({"alinearHorizontal", "alinearVertical",
                  "igualarDimension", "distribuirHorizontal", "distribuirVertical"}));
              QTest::qWait(15); }},
-        {"select", 4, false, [](Driver &d) {
+        {"select", 4, Host, [](Driver &d) {
              const ObjetoPtr r = d.cualquiera();
              const auto hijos = r && !d.moneda(4) ? r->getObjetos() : nullptr;
              if (d.moneda(3))
                  d.moneda() ? d.mapa->seleccionarTodos(r) : d.mapa->deseleccionarTodos(r);
              else
                  d.mapa->seleccionar(r, hijos && hijos->count() ? hijos->Item(1 + d.n(hijos->count()))->getCodigo() : u"?"_s); }},
-        {"setBloqueo", 1, false, [](Driver &d) { d.mapa->setBloqueo(d.moneda(3)); }},
-        {"host move", 1, false, [](Driver &d) {
+        {"setBloqueo", 1, Host, [](Driver &d) { d.mapa->setBloqueo(d.moneda(3)); }},
+        {"host move", 1, HostOutsideHandlers, [](Driver &d) {
              QPointer<QWidget> w = d.moneda(4) ? nullptr : d.mapa->control(d.nombre());
              d.mapa->startMove(w);
              if (d.drag.dragging() && !d.moneda(3))
@@ -278,16 +270,16 @@ const std::vector<Paso> &pasos()
              d.drag.finish(Qt::MoveAction);
              if (d.moneda(3))
                  d.mapa->completeMove(w); }},
-        {"look", 1, false, [](Driver &d) {
+        {"look", 1, Host, [](Driver &d) {
              d.mapa->setFontName(d.de<QString>({u""_s, u"Sans"_s, u"???"_s}));
              d.mapa->setFontSize(qint16(-d.n(10)));
              d.mapa->setFontSize(qint16(6 + d.n(30)));
              d.mapa->setBackColor(d.de<qint32>({0xF4F0EC, 0, qint32(0x80000005), -1})); }},
-        {"callbacks", 1, false, [](Driver &d) {
+        {"callbacks", 1, Host, [](Driver &d) {
              d.mapa->IMapaX_clicked(d.cualquiera(), d.moneda());
              d.mapa->IMapaX_Droped(d.nombre(), d.cualquiera(), d.n(8));
              d.mapa->IMapaX_Moved(d.cualquiera()); }},
-        {"host moves a child", 2, false, [](Driver &d) {
+        {"host moves a child", 2, Host, [](Driver &d) {
              const ObjetoPtr r = d.de(d.raices);
              if (const auto hijos = r->getObjetos(); hijos->count()) {
                  const ObjetoPtr o = hijos->Item(1 + d.n(hijos->count()));
@@ -296,11 +288,11 @@ const std::vector<Paso> &pasos()
                  o->setForma(qint16(d.n(6) - 1));
              }
              d.mapa->Refresh(d.moneda() ? r : nullptr); }},
-        {"resize", 1, true, [](Driver &d) {
+        {"resize", 1, Gesture, [](Driver &d) {
              const QSize s = d.moneda(4) ? QSize(d.n(40), d.n(40)) : QSize(200 + d.n(900), 150 + d.n(600));
              d.ventana.resize(s);
              d.mapa->resize(s); }},
-        {"click", 8, true, [](Driver &d) {
+        {"click", 8, Gesture, [](Driver &d) {
              QPointer<QWidget> w = d.blanco(true);
              const QPoint p = d.punto(w);
              const auto boton = d.de<Qt::MouseButton>({Qt::LeftButton, Qt::LeftButton, Qt::RightButton, Qt::MiddleButton});
@@ -310,12 +302,12 @@ const std::vector<Paso> &pasos()
              QTest::mousePress(w, boton, mods, p);
              if (w)
                  QTest::mouseRelease(w, boton, mods, p); }},
-        {"drag", 6, true, [](Driver &d) { d.arrastre(d.blanco(true), false); }},
-        {"frame by its title", 3, true, [](Driver &d) {
+        {"drag", 6, Gesture, [](Driver &d) { d.arrastre(d.blanco(true), false); }},
+        {"frame by its title", 3, Gesture, [](Driver &d) {
              const QList<QWidget *> titulos = d.mapa->findChildren<QWidget *>(u"titulo"_s);
              if (!titulos.isEmpty())
                  d.arrastre(titulos.at(d.n(int(titulos.size()))), true); }},
-        {"button", 2, true, [](Driver &d) {
+        {"button", 2, Gesture, [](Driver &d) {
              QList<QWidget *> botones = d.mapa->findChildren<QWidget *>(d.moneda() ? u"mini"_s : u"cerrar"_s);
              if (botones.isEmpty())
                  return;
@@ -323,24 +315,26 @@ const std::vector<Paso> &pasos()
              QTest::mousePress(boton, Qt::LeftButton, {}, QPoint(5, 5));
              if (boton)
                  QTest::mouseRelease(boton, Qt::LeftButton, {}, QPoint(5, 5)); }},
-        {"key", 3, true, [](Driver &d) {
+        {"key", 3, Gesture, [](Driver &d) {
              QWidget *w = QApplication::focusWidget() && d.moneda() ? QApplication::focusWidget() : d.mapa;
              QTest::keyClick(w, d.de<Qt::Key>({Qt::Key_Return, Qt::Key_Enter, Qt::Key_Menu, Qt::Key_Escape,
                                                Qt::Key_Delete, Qt::Key_Left, Qt::Key_Tab, Qt::Key_A}), d.teclas()); }},
-        {"wait", 1, true, [](Driver &) { QTest::qWait(12); }},
+        {"wait", 1, Gesture, [](Driver &) { QTest::qWait(12); }},
     };
     return tabla;
 }
+// clang-format on
 
-void Driver::pasoAlAzar()
+// Runs one step of the table, drawn by weight; for a host handler, one of the host's calls.
+void Driver::hacer(bool soloHost)
 {
     int total = 0;
     for (const Paso &p : pasos())
-        total += p.peso;
+        total += p.clase != Host && soloHost ? 0 : p.peso;
     int elegido = n(total);
     for (const Paso &p : pasos()) {
-        if ((elegido -= p.peso) < 0) {
-            gesto = p.gesto;
+        if (!(p.clase != Host && soloHost) && (elegido -= p.peso) < 0) {
+            gesto = p.clase == Gesture;
             if (g_contar)
                 fprintf(stderr, "step %d: %s\n", g_paso, p.nombre);
             p.hacer(*this);
@@ -352,7 +346,9 @@ void Driver::pasoAlAzar()
 // What must hold between steps.
 void Driver::comprobar(bool gestoTerminado)
 {
-    const auto fallar = [](const QString &que) { throw Fallo{que}; };
+    const auto fallar = [](const QString &que) {
+        throw Fallo { que };
+    };
     static const QRegularExpression etiqueta(u"^[A-Za-z]\\w*(\\.\\w+)+->\\S"_s);
     for (const QString &m : errors.messages()) {
         if (!etiqueta.match(m).hasMatch())
@@ -379,9 +375,10 @@ void Driver::comprobar(bool gestoTerminado)
             continue;
         const auto elegidos = vista->getSeleccionados();
         for (const ObjetoPtr &o : raiz->getObjetos()->NewEnum())
-            if (o->getSeleccionado() != (elegidos->contains(o->getCodigo()) && elegidos->Item(o->getCodigo()) == o))
-                fallar(u"%1: %2 is %3selected, its frame says otherwise"_s.arg(nombre, o->getCodigo(),
-                                                                           o->getSeleccionado() ? u""_s : u"not "_s));
+            if (o->getSeleccionado()
+                != (elegidos->contains(o->getCodigo()) && elegidos->Item(o->getCodigo()) == o))
+                fallar(u"%1: %2 is %3selected, its frame says otherwise"_s.arg(
+                    nombre, o->getCodigo(), o->getSeleccionado() ? u""_s : u"not "_s));
     }
     if (const ObjetoPtr activo = mapa->getFrame()) {
         auto *frame = qobject_cast<FrameX *>(mapa->control(activo->getTipo() + activo->getCodigo()));
@@ -392,14 +389,15 @@ void Driver::comprobar(bool gestoTerminado)
         if (mapa->control(u"caja"_s))
             fallar(u"a frame's outline left behind"_s);
         for (Dummy *caja : mapa->findChildren<Dummy *>())
-            if (caja->isVisible() && qobject_cast<VistaX *>(caja->parentWidget())) // the scroll bars' corner is one too
+            if (caja->isVisible()
+                && qobject_cast<VistaX *>(caja->parentWidget())) // the scroll bars' corner is one too
                 fallar(u"an outline box left behind in "_s + caja->parentWidget()->objectName());
     }
 }
 
 quint64 semillaDe(quint64 semilla, int paso)
 {
-    std::seed_seq seq{unsigned(semilla), unsigned(semilla >> 32), unsigned(paso)};
+    std::seed_seq seq { unsigned(semilla), unsigned(semilla >> 32), unsigned(paso) };
     unsigned v;
     seq.generate(&v, &v + 1);
     return v;
@@ -414,7 +412,7 @@ QString correr(quint64 semilla, const std::vector<int> &lista, int *fallido = nu
         for (int paso : lista) {
             g_paso = paso;
             d.rng.seed(unsigned(semillaDe(semilla, paso)));
-            d.pasoAlAzar();
+            d.hacer(false);
             QCoreApplication::processEvents();
             naves::flushDeletes();
             d.comprobar(true);
@@ -433,7 +431,8 @@ QString correr(quint64 semilla, const std::vector<int> &lista, int *fallido = nu
 
 void alMorir(int senal)
 {
-    fprintf(stderr, "tst_driver: signal %d at step %d of seed %llu\n", senal, g_paso, (unsigned long long)g_semilla);
+    fprintf(stderr, "tst_driver: signal %d at step %d of seed %llu\n", senal, g_paso,
+            (unsigned long long)g_semilla);
     std::signal(senal, SIG_DFL);
     std::raise(senal);
 }
@@ -442,14 +441,15 @@ void alMorir(int senal)
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    qputenv("QT_QPA_PLATFORM",
+            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QApplication app(argc, argv);
     const QStringList args = app.arguments();
     const auto opcion = [&args](const QString &nombre, const QString &porDefecto) {
         const qsizetype i = args.indexOf(nombre);
         return i >= 0 && i + 1 < args.size() ? args.at(i + 1) : porDefecto;
     };
-    const int total = opcion(u"--steps"_s, u"400"_s).toInt();
+    const int total = opcion(u"--steps"_s, u"2000"_s).toInt();
     g_semilla = opcion(u"--seed"_s, u"12"_s).toULongLong();
     std::vector<int> lista;
     for (const QString &i : opcion(u"--replay"_s, {}).split(u',', Qt::SkipEmptyParts))
@@ -457,7 +457,7 @@ int main(int argc, char *argv[])
     g_contar = args.contains(u"--replay"_s);
     for (int i = 0; !g_contar && i < total; ++i)
         lista.push_back(i);
-    for (int senal : {SIGSEGV, SIGABRT, SIGFPE, SIGILL})
+    for (int senal : { SIGSEGV, SIGABRT, SIGFPE, SIGILL })
         std::signal(senal, alMorir);
     QTemporaryDir carpeta;
     g_imagen = carpeta.filePath(u"dibujo.png"_s);
@@ -469,7 +469,8 @@ int main(int argc, char *argv[])
     const QString fallo = correr(g_semilla, lista, &fallido);
     g_contar = false;
     if (fallo.isEmpty()) {
-        printf("tst_driver: %zu steps of seed %llu, nothing wrong\n", lista.size(), (unsigned long long)g_semilla);
+        printf("tst_driver: %zu steps of seed %llu, nothing wrong\n", lista.size(),
+               (unsigned long long)g_semilla);
         return 0;
     }
     // Cut the run down: drop ever smaller runs of steps while the same kind of failure remains.
@@ -479,7 +480,8 @@ int main(int argc, char *argv[])
     for (size_t trozo = lista.size() / 2; trozo >= 1 && intentos < 400; trozo /= 2) {
         for (size_t i = 0; i + 1 < lista.size() && intentos < 400;) {
             std::vector<int> menos(lista.begin(), lista.begin() + qsizetype(i));
-            menos.insert(menos.end(), lista.begin() + qsizetype(std::min(i + trozo, lista.size() - 1)), lista.end());
+            menos.insert(menos.end(), lista.begin() + qsizetype(std::min(i + trozo, lista.size() - 1)),
+                         lista.end());
             ++intentos;
             if (menos.size() < lista.size() && correr(g_semilla, menos).section(u':', 0, 0) == clase)
                 lista = menos;
