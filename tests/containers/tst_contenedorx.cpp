@@ -152,6 +152,7 @@ private Q_SLOTS:
                { texto({ 3, 5 }, black, u"A"_s), texto({ 3, 5 + th }, black, u"B"_s),
                  texto({ 3, 5 + 2 * th }, black, u"C"_s) });
         dibujo("no room", "0", 0xFFFFFF, columna - QSize(0, 10), { todo({ 0, 0, cw + 5, 3 * th }, white) });
+        dibujo("unknown shape: its tip readable on the background", "7", 0, s, { tinta(letra, black) });
     }
     void painting()
     {

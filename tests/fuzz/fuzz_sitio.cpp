@@ -20,12 +20,12 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static QTemporaryDir imagenes;
-    const Sitio sitio = Sitio::desdeJson(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)), imagenes.path());
+    const Sitio sitio = Sitio::desdeJson(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)),
+                                         imagenes.path());
     // Either a whole site or nothing but the message saying why not.
     const bool entero = sitio.nave && sitio.patio && sitio.imagenes;
     const bool vacio = !sitio.nave && !sitio.patio && sitio.piernas.empty();
-    if (sitio.error.isEmpty() ? !entero : (!vacio || sitio.error.contains(QLatin1Char('\n'))))
-    {
+    if (sitio.error.isEmpty() ? !entero : (!vacio || sitio.error.contains(QLatin1Char('\n')))) {
         fprintf(stderr, "%s\n", qPrintable(sitio.error));
         std::abort();
     }

@@ -8,6 +8,7 @@
 #include <tarvonix/model/objetocomun.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/childcontrols.h>
+#include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/shiftstate.h>
 #include <tarvonix/platform/surface.h>
@@ -429,8 +430,11 @@ void ContenedorX::Private::dibujarObjeto(float x, float y, float w, float h, con
                 s.setFillColor(col == blanco && seleccionado ? negro : col);
                 s.setForeColor(col);
                 formaInterior(iw / 2 - 2);
+                // A shape this control does not know is not filled: its text stands on the background.
+                const bool relleno = forma == FormaCaja || forma == FormaCirculo;
+                const qint32 fondo = relleno ? col : fromQColor(toQColor(s.backColor(), q->palette()));
                 if (!seleccionado && forma != FormaCuadro)
-                    s.setForeColor(Color::esColorClaro(col) ? negro : blanco);
+                    s.setForeColor(Color::esColorClaro(fondo) ? negro : blanco);
                 else
                     s.setForeColor(negro);
             }
