@@ -580,6 +580,9 @@ void PiernaX::printX(const QString &texto, float margenx, float margeny, float a
 
 void PiernaX::Private::sobreQuien(double x, double y)
 {
+    // A point that cannot be placed is outside the positions, not the cell found last time.
+    fila = 0;
+    columna = 0;
     trap(QStringLiteral("PiernaX.sobreQuien->"), [&] {
         const GeometriaCeldas::Celda celda = geometria().sobre(x, y);
         fila = celda.fila;
