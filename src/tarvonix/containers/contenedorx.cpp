@@ -921,8 +921,6 @@ void ContenedorX::dragOver(int shift, QPointF punto, Qt::DropAction &efecto)
     const QPoint extremo = d->moverCajas(punto);
     efecto = Qt::MoveAction;
     d->crecerBajoCajas(extremo);
-    d->dragX = redondear(float(punto.x()));
-    d->dragY = redondear(float(punto.y()));
 }
 
 //! Moves the outline boxes to the pointer; answers the largest right and bottom edge they reach.
@@ -942,10 +940,14 @@ QPoint ContenedorX::Private::moverCajas(QPointF punto)
     }
     const float dx = x - float(dragX);
     const float dy = y - float(dragY);
+    for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum())
+        moverOtraCaja(o, dx, dy);
+    // The boxes are at the pointer now, even if an edge below does not fit: the next move starts here.
+    dragX = redondear(x);
+    dragY = redondear(y);
     qint16 maxRight = 0;
     qint16 maxBottom = 0;
     for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum()) {
-        moverOtraCaja(o, dx, dy);
         const float right = (qint32(o->getX()) + o->getAncho()) * escala + margen + (x - float(desde.x()));
         const float bottom = (qint32(o->getY()) + o->getAlto()) * escala + margen + (y - float(desde.y()));
         maxRight = std::max(maxRight, toInt16(double(right)));
