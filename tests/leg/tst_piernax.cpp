@@ -213,8 +213,8 @@ void tst_PiernaX::gestures_data()
          "soltar:1.3 soltar:c3.1 soltar:@90,50 soltar:E1 sobre:s1.3 soltar:s1.3 soltar:sE1 imagen soltar:E1",
          "copy droped(D7,L1.3,0) copy droped(D7,P013001,2) copy droped(D7,P01,0) copy droped(D7,P013000,0) "
          "ignore ignore ignore ignore {}");
-    fila("no leg: even the first paint fails", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
-         "copy !validarControl !dibujarTodo !sobreQuien !MouseDown !sobreQuien !MouseUp "
+    fila("no leg: even the first paint fails, a drop is refused", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
+         "ignore !validarControl !dibujarTodo !sobreQuien !MouseDown !sobreQuien !MouseUp "
          "!IContenedorX_seleccionar !IContenedorX_seleccionarTodos !escalas.Click !escalas.RightClick "
          "!escalas.OLEDragDrop {}",
          "sin pierna");
