@@ -213,7 +213,7 @@ void tst_PiernaX::gestures_data()
          "soltar:1.3 soltar:c3.1 soltar:@90,50 soltar:E1 sobre:s1.3 soltar:s1.3 soltar:sE1 imagen soltar:E1",
          "copy droped(D7,L1.3,0) copy droped(D7,P013001,2) copy droped(D7,P01,0) copy droped(D7,P013000,0) "
          "ignore ignore ignore ignore {}");
-    fila("no leg: even the first paint fails, a drop is refused", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
+    fila("no leg: every paint fails, drops refused", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
          "ignore !validarControl !dibujarTodo !sobreQuien !MouseDown !sobreQuien !MouseUp "
          "!IContenedorX_seleccionar !IContenedorX_seleccionarTodos !escalas.Click !escalas.RightClick "
          "!escalas.OLEDragDrop {}",
@@ -222,8 +222,9 @@ void tst_PiernaX::gestures_data()
     fila("unbuilt leg", "", "!validarControl !dibujarTodo {}", "sin rejilla", "Subscript out of range");
     // A failed hit test is outside the positions, not the cell hit before.
     fila("scales out of range", "1.1 escala:-1 escala:0 escala:nan escala:1e30 escala:0.1 @30,10",
-         "clicked(L1.1,false) clicked(P01,false) !validarControl->Invalid procedure call or argument !dibujarEscalas->Invalid "
-         "procedure call or argument !validarControl !validarControl !sobreQuien !sobreQuien {}",
+         "clicked(L1.1,false) clicked(P01,false) !validarControl->Invalid procedure call or argument "
+         "!dibujarEscalas->Invalid procedure call or argument !validarControl !validarControl !sobreQuien "
+         "!sobreQuien {}",
          "clasica", "Overflow");
 }
 
