@@ -395,14 +395,6 @@ void Driver::comprobar(bool gestoTerminado)
     }
 }
 
-quint64 semillaDe(quint64 semilla, int paso)
-{
-    std::seed_seq seq { unsigned(semilla), unsigned(semilla >> 32), unsigned(paso) };
-    unsigned v;
-    seq.generate(&v, &v + 1);
-    return v;
-}
-
 // Runs \a lista of steps of the run \a semilla on a new site; answers the failure, or nothing.
 QString correr(quint64 semilla, const std::vector<int> &lista, int *fallido = nullptr)
 {
@@ -411,20 +403,17 @@ QString correr(quint64 semilla, const std::vector<int> &lista, int *fallido = nu
         d.comprobar(true);
         for (int paso : lista) {
             g_paso = paso;
-            d.rng.seed(unsigned(semillaDe(semilla, paso)));
+            d.rng.seed(unsigned(semilla * 2654435761u)
+                       ^ unsigned(paso) * 40503u); // each step from its own seed
             d.hacer(false);
             QCoreApplication::processEvents();
             naves::flushDeletes();
             d.comprobar(true);
         }
     } catch (const Fallo &f) {
-        if (fallido)
-            *fallido = g_paso;
-        return f.texto;
+        return (fallido ? *fallido = g_paso : 0), f.texto;
     } catch (const Error &e) {
-        if (fallido)
-            *fallido = g_paso;
-        return u"a failure reached the host: "_s + e.description();
+        return (fallido ? *fallido = g_paso : 0), u"a failure reached the host: "_s + e.description();
     }
     return {};
 }
@@ -441,8 +430,8 @@ void alMorir(int senal)
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_QPA_PLATFORM",
-            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const QStringList args = app.arguments();
     const auto opcion = [&args](const QString &nombre, const QString &porDefecto) {
@@ -462,8 +451,7 @@ int main(int argc, char *argv[])
     QTemporaryDir carpeta;
     g_imagen = carpeta.filePath(u"dibujo.png"_s);
     QImage dibujo(24, 24, QImage::Format_RGB32);
-    dibujo.fill(Qt::darkCyan);
-    dibujo.save(g_imagen);
+    dibujo.fill(Qt::darkCyan), dibujo.save(g_imagen);
 
     int fallido = -1;
     const QString fallo = correr(g_semilla, lista, &fallido);
