@@ -294,52 +294,54 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
         auto nave = contenedor(datosNave);
         nave->setReferencias(claves);
         int numeroDeposito = 0;
-        const auto enFilas = lector.miembro(QStringLiteral("filas"));
-        const QJsonArray filas = lector.lista(datosNave.value(QLatin1String("filas")));
-        for (qsizetype f = 0; f < filas.size(); ++f) {
-            const auto enFila = lector.elemento(f);
-            const QJsonObject fila = lector.objeto(filas.at(f));
-            int x = leerNumero(lector, fila, "x");
-            const int paso = leerNumero(lector, fila, "paso");
-            const qint16 y = qint16(leerNumero(lector, fila, "y"));
-            const qint16 ancho = qint16(leerNumero(lector, fila, "ancho"));
-            const qint16 alto = qint16(leerNumero(lector, fila, "alto"));
-            const qint16 forma = qint16(leerNumero(lector, fila, "forma"));
-            const auto enDepositos = lector.miembro(QStringLiteral("depositos"));
-            const QJsonArray depositos = lector.lista(fila.value(QLatin1String("depositos")));
-            lector.contar(depositos.size());
-            for (qsizetype i = 0; i < depositos.size(); ++i) {
-                const auto enDeposito = lector.elemento(i);
-                const QJsonArray par = lector.lista(depositos.at(i));
-                if (par.size() != 2)
-                    lector.fallar(QStringLiteral("a code and a product key were expected"));
-                if (x < -32768 || x > 32767)
-                    lector.fallar(QStringLiteral("the row runs past x = %1").arg(x));
-                QString codigo;
-                Producto producto;
-                {
-                    const auto enCodigo = lector.elemento(0);
-                    codigo = lector.texto(par.at(0));
+        {
+            const auto enFilas = lector.miembro(QStringLiteral("filas"));
+            const QJsonArray filas = lector.lista(datosNave.value(QLatin1String("filas")));
+            for (qsizetype f = 0; f < filas.size(); ++f) {
+                const auto enFila = lector.elemento(f);
+                const QJsonObject fila = lector.objeto(filas.at(f));
+                int x = leerNumero(lector, fila, "x");
+                const int paso = leerNumero(lector, fila, "paso");
+                const qint16 y = qint16(leerNumero(lector, fila, "y"));
+                const qint16 ancho = qint16(leerNumero(lector, fila, "ancho"));
+                const qint16 alto = qint16(leerNumero(lector, fila, "alto"));
+                const qint16 forma = qint16(leerNumero(lector, fila, "forma"));
+                const auto enDepositos = lector.miembro(QStringLiteral("depositos"));
+                const QJsonArray depositos = lector.lista(fila.value(QLatin1String("depositos")));
+                lector.contar(depositos.size());
+                for (qsizetype i = 0; i < depositos.size(); ++i) {
+                    const auto enDeposito = lector.elemento(i);
+                    const QJsonArray par = lector.lista(depositos.at(i));
+                    if (par.size() != 2)
+                        lector.fallar(QStringLiteral("a code and a product key were expected"));
+                    if (x < -32768 || x > 32767)
+                        lector.fallar(QStringLiteral("the row runs past x = %1").arg(x));
+                    QString codigo;
+                    Producto producto;
+                    {
+                        const auto enCodigo = lector.elemento(0);
+                        codigo = lector.texto(par.at(0));
+                    }
+                    {
+                        const auto enProducto = lector.elemento(1);
+                        producto = lector.producto(productos, par.at(1));
+                    }
+                    auto deposito = std::make_shared<Deposito>();
+                    deposito->setCodigo(codigo);
+                    deposito->setNumero(++numeroDeposito);
+                    deposito->setProducto(producto.texto);
+                    deposito->setDescripcion(QStringLiteral("Depósito %1 · %2").arg(numeroDeposito).arg(producto.texto));
+                    deposito->setX(qint16(x));
+                    deposito->setY(y);
+                    deposito->setAncho(ancho);
+                    deposito->setAlto(alto);
+                    deposito->setForma(forma);
+                    deposito->setColor(producto.color);
+                    deposito->setTip(deposito->getCodigo());
+                    deposito->setPadre(nave->getCodigo());
+                    agregar(lector, *nave->getObjetos(), deposito);
+                    x += paso;
                 }
-                {
-                    const auto enProducto = lector.elemento(1);
-                    producto = lector.producto(productos, par.at(1));
-                }
-                auto deposito = std::make_shared<Deposito>();
-                deposito->setCodigo(codigo);
-                deposito->setNumero(++numeroDeposito);
-                deposito->setProducto(producto.texto);
-                deposito->setDescripcion(QStringLiteral("Depósito %1 · %2").arg(numeroDeposito).arg(producto.texto));
-                deposito->setX(qint16(x));
-                deposito->setY(y);
-                deposito->setAncho(ancho);
-                deposito->setAlto(alto);
-                deposito->setForma(forma);
-                deposito->setColor(producto.color);
-                deposito->setTip(deposito->getCodigo());
-                deposito->setPadre(nave->getCodigo());
-                agregar(lector, *nave->getObjetos(), deposito);
-                x += paso;
             }
         }
         const auto enLotes = lector.miembro(QStringLiteral("lotes"));
@@ -477,6 +479,20 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
             }
         }
         sitio.piernas.push_back(pierna);
+    }
+
+    // Each root has a frame named by its type and code: two alike would be one frame.
+    QSet<QString> nombres;
+    const std::vector<ObjetoPtr> raices = sitio.raices();
+    for (size_t i = 0; i < raices.size(); ++i) {
+        const QString nombre = raices[i]->getTipo() + raices[i]->getCodigo();
+        if (nombres.contains(nombre.toLower())) {
+            Lector enRaiz; // the place is the root's own, not the last one read
+            const auto aqui = enRaiz.miembro(i == 0 ? QStringLiteral("nave") : i == 1 ? QStringLiteral("patio")
+                                                                                     : QStringLiteral("piernas[%1]").arg(i - 2));
+            enRaiz.fallar(QStringLiteral("another root has the frame name %1").arg(citado(nombre)));
+        }
+        nombres.insert(nombre.toLower());
     }
 }
 
