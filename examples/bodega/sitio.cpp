@@ -84,7 +84,10 @@ public:
         qsizetype m_largo;
     };
 
-    Lugar miembro(const QString &clave) { return Lugar(*this, m_lugar.isEmpty() ? clave : QLatin1Char('.') + clave); }
+    Lugar miembro(const QString &clave)
+    {
+        return Lugar(*this, m_lugar.isEmpty() ? clave : QLatin1Char('.') + clave);
+    }
     Lugar elemento(qsizetype indice) { return Lugar(*this, QStringLiteral("[%1]").arg(indice)); }
 
     [[noreturn]] void fallar(const QString &que) const
@@ -124,7 +127,9 @@ public:
             fallar(QStringLiteral("a text was expected"));
         const QString texto = valor.toString();
         if (texto.size() > maxTexto)
-            fallar(QStringLiteral("a text of %1 characters; at most %2 are allowed").arg(texto.size()).arg(maxTexto));
+            fallar(QStringLiteral("a text of %1 characters; at most %2 are allowed")
+                       .arg(texto.size())
+                       .arg(maxTexto));
         return texto;
     }
 
@@ -164,6 +169,19 @@ public:
         return productos.value(clave);
     }
 
+    // Reads the list \a clave of \a datos, each object in its place, all of them counted against the limit.
+    template<typename Leer>
+    void cadaObjeto(const QJsonObject &datos, const char *clave, Leer &&leerUno)
+    {
+        const auto aqui = miembro(QLatin1String(clave));
+        const QJsonArray elementos = lista(datos.value(QLatin1String(clave)));
+        contar(elementos.size());
+        for (qsizetype i = 0; i < elementos.size(); ++i) {
+            const auto enElemento = elemento(i);
+            leerUno(objeto(elementos.at(i)));
+        }
+    }
+
 private:
     QString m_lugar;
     qsizetype m_objetos = 0;
@@ -192,6 +210,12 @@ qint32 leerColor(Lector &lector, const QJsonObject &datos, const char *clave, qi
 {
     const auto aqui = lector.miembro(QLatin1String(clave));
     return lector.color(datos.value(QLatin1String(clave)), siFalta);
+}
+
+Producto leerProducto(Lector &lector, const QHash<QString, Producto> &productos, const QJsonObject &datos)
+{
+    const auto aqui = lector.miembro(QStringLiteral("producto"));
+    return lector.producto(productos, datos.value(QLatin1String("producto")));
 }
 
 // Where in the text the parser stopped, as the editors count: line and column from 1.
@@ -344,17 +368,8 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
                 }
             }
         }
-        const auto enLotes = lector.miembro(QStringLiteral("lotes"));
-        const QJsonArray lotes = lector.lista(datosNave.value(QLatin1String("lotes")));
-        lector.contar(lotes.size());
-        for (qsizetype i = 0; i < lotes.size(); ++i) {
-            const auto enLote = lector.elemento(i);
-            const QJsonObject datos = lector.objeto(lotes.at(i));
-            Producto producto;
-            {
-                const auto enProducto = lector.miembro(QStringLiteral("producto"));
-                producto = lector.producto(productos, datos.value(QLatin1String("producto")));
-            }
+        lector.cadaObjeto(datosNave, "lotes", [&](const QJsonObject &datos) {
+            const Producto producto = leerProducto(lector, productos, datos);
             auto lote = std::make_shared<Lote>();
             lote->setCodigo(leerTexto(lector, datos, "codigo"));
             lote->setProducto(producto.texto);
@@ -369,7 +384,7 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
             lote->setTip(lote->getCodigo());
             lote->setPadre(nave->getCodigo());
             agregar(lector, *nave->getObjetos(), lote);
-        }
+        });
         sitio.nave = nave;
     }
 
@@ -378,12 +393,7 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
         const auto enPatio = lector.miembro(QStringLiteral("patio"));
         const QJsonObject datosPatio = lector.objeto(raiz.value(QLatin1String("patio")));
         auto patio = contenedor(datosPatio);
-        const auto enObjetos = lector.miembro(QStringLiteral("objetos"));
-        const QJsonArray objetos = lector.lista(datosPatio.value(QLatin1String("objetos")));
-        lector.contar(objetos.size());
-        for (qsizetype i = 0; i < objetos.size(); ++i) {
-            const auto enObjeto = lector.elemento(i);
-            const QJsonObject datos = lector.objeto(objetos.at(i));
+        lector.cadaObjeto(datosPatio, "objetos", [&](const QJsonObject &datos) {
             auto objeto = std::make_shared<Objeto>();
             objeto->setCodigo(leerTexto(lector, datos, "codigo"));
             objeto->setTipo(QStringLiteral("M"));
@@ -402,33 +412,25 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
                 objeto->setImagen(sitio.imagenes->Item(2));
             objeto->setPadre(patio->getCodigo());
             agregar(lector, *patio->getObjetos(), objeto);
-        }
+        });
         sitio.patio = patio;
     }
 
     // The legs: barrels of several vintages, a few positions left empty.
-    const auto enPiernas = lector.miembro(QStringLiteral("piernas"));
-    const QJsonArray piernas = lector.lista(raiz.value(QLatin1String("piernas")));
-    lector.contar(piernas.size());
-    for (qsizetype i = 0; i < piernas.size(); ++i) {
-        const auto enPierna = lector.elemento(i);
-        const QJsonObject datos = lector.objeto(piernas.at(i));
+    lector.cadaObjeto(raiz, "piernas", [&](const QJsonObject &datos) {
         auto pierna = std::make_shared<Pierna>();
         pierna->setCodigo(leerTexto(lector, datos, "codigo"));
         pierna->setDescripcion(leerTexto(lector, datos, "descripcion"));
         pierna->setClasica(leerSiNo(lector, datos, "clasica"));
         pierna->setLinea(qint16(leerNumero(lector, datos, "linea")));
-        Producto producto;
-        {
-            const auto enProducto = lector.miembro(QStringLiteral("producto"));
-            producto = lector.producto(productos, datos.value(QLatin1String("producto")));
-        }
+        const Producto producto = leerProducto(lector, productos, datos);
         QList<int> largos;
         {
             const auto enEscalas = lector.miembro(QStringLiteral("escalas"));
             const QJsonArray lista = lector.lista(datos.value(QLatin1String("escalas")));
             if (lista.size() > maxEscalas)
-                lector.fallar(QStringLiteral("%1 tiers; a leg has at most %2").arg(lista.size()).arg(maxEscalas));
+                lector.fallar(
+                    QStringLiteral("%1 tiers; a leg has at most %2").arg(lista.size()).arg(maxEscalas));
             for (qsizetype e = 0; e < lista.size(); ++e) {
                 const auto enEscala = lector.elemento(e);
                 largos.append(lector.numero(lista.at(e), 0, maxPosiciones));
@@ -440,7 +442,8 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
             const auto enAnadas = lector.miembro(QStringLiteral("anadas"));
             const QJsonArray lista = lector.lista(datos.value(QLatin1String("anadas")));
             if (lista.size() > largos.size())
-                lector.fallar(QStringLiteral("%1 vintages for %2 tiers").arg(lista.size()).arg(largos.size()));
+                lector.fallar(
+                    QStringLiteral("%1 vintages for %2 tiers").arg(lista.size()).arg(largos.size()));
             for (qsizetype e = 0; e < lista.size(); ++e) {
                 const auto enAnada = lector.elemento(e);
                 anadas.append(lector.numero(lista.at(e)));
@@ -479,7 +482,7 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
             }
         }
         sitio.piernas.push_back(pierna);
-    }
+    });
 
     // Each root has a frame named by its type and code: two alike would be one frame.
     QSet<QString> nombres;
@@ -488,8 +491,9 @@ void leer(Sitio &sitio, Lector &lector, const QJsonObject &raiz, const QString &
         const QString nombre = raices[i]->getTipo() + raices[i]->getCodigo();
         if (nombres.contains(nombre.toLower())) {
             Lector enRaiz; // the place is the root's own, not the last one read
-            const auto aqui = enRaiz.miembro(i == 0 ? QStringLiteral("nave") : i == 1 ? QStringLiteral("patio")
-                                                                                     : QStringLiteral("piernas[%1]").arg(i - 2));
+            const auto aqui = enRaiz.miembro(i == 0   ? QStringLiteral("nave")
+                                                 : i == 1 ? QStringLiteral("patio")
+                                                          : QStringLiteral("piernas[%1]").arg(i - 2));
             enRaiz.fallar(QStringLiteral("another root has the frame name %1").arg(citado(nombre)));
         }
         nombres.insert(nombre.toLower());
