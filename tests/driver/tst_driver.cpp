@@ -41,11 +41,6 @@ quint64 g_semilla = 0;
 int g_paso = -1; // the step running, for the report of a crash
 bool g_contar = false; // say each step, when replaying
 
-struct Fallo
-{
-    QString texto;
-};
-
 struct Driver
 {
     std::mt19937 rng;
@@ -148,10 +143,10 @@ struct Driver
             return nullptr;
         case 1:
             return raiz(moneda());
-        case 2: { // a namesake of the same kind: a leg's frame shows legs only
+        case 2: { // a namesake of the same kind (a leg's frame shows legs only), with no children
             const ObjetoPtr r = de(raices);
             if (r->getTipo() != u"P"_s)
-                return naves::nave(r->getCodigo(), de<QString>({ u"N"_s, u"X"_s }));
+                return naves::nave(r->getCodigo(), de<QString>({ u"N"_s, u"X"_s }), false, {});
             auto otra = std::make_shared<Pierna>();
             otra->setCodigo(r->getCodigo());
             otra->setEscalas(1);
@@ -161,17 +156,16 @@ struct Driver
             return de(raices);
         }
     }
-    std::vector<QPointer<QWidget>> widgets(bool soloVistas)
+    // A visible widget of the map to point at: mostly a view, unless any will do.
+    QWidget *blanco(bool soloVistas = false)
     {
-        std::vector<QPointer<QWidget>> todos;
+        soloVistas = soloVistas && !moneda(5);
+        std::vector<QWidget *> todos { mapa };
         for (QWidget *w : mapa->findChildren<QWidget *>())
             if (w->isVisible() && (!soloVistas || qobject_cast<VistaX *>(w)))
-                todos.emplace_back(w);
-        if (todos.empty())
-            todos.emplace_back(mapa);
-        return todos;
+                todos.push_back(w);
+        return todos.size() > 1 ? todos.at(size_t(1 + n(int(todos.size()) - 1))) : mapa;
     }
-    QWidget *blanco(bool soloVistas = false) { return de(widgets(soloVistas && !moneda(5))); }
     QPoint punto(QWidget *w)
     {
         if (auto *vista = qobject_cast<VistaX *>(w); vista && moneda()) {
@@ -347,7 +341,7 @@ void Driver::hacer(bool soloHost)
 void Driver::comprobar(bool gestoTerminado)
 {
     const auto fallar = [](const QString &que) {
-        throw Fallo { que };
+        throw que;
     };
     static const QRegularExpression etiqueta(u"^[A-Za-z]\\w*(\\.\\w+)+->\\S"_s);
     for (const QString &m : errors.messages()) {
@@ -410,8 +404,8 @@ QString correr(quint64 semilla, const std::vector<int> &lista, int *fallido = nu
             naves::flushDeletes();
             d.comprobar(true);
         }
-    } catch (const Fallo &f) {
-        return (fallido ? *fallido = g_paso : 0), f.texto;
+    } catch (const QString &fallo) {
+        return (fallido ? *fallido = g_paso : 0), fallo;
     } catch (const Error &e) {
         return (fallido ? *fallido = g_paso : 0), u"a failure reached the host: "_s + e.description();
     }
