@@ -20,11 +20,13 @@
 #include "naves.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QImage>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdio>
@@ -213,6 +215,15 @@ struct Driver
     void comprobar(bool gestoTerminado);
 };
 
+// Lets the map's timer tick, as a host's own wait would. Not QTest::qWait: it deletes what the map let go
+// of with deleteLater() even inside a handler, which no event loop does while the event is delivered.
+void esperar(int ms)
+{
+    QEventLoop bucle;
+    QTimer::singleShot(ms, &bucle, &QEventLoop::quit);
+    bucle.exec();
+}
+
 enum Clase { Host, HostOutsideHandlers, Gesture };
 struct Paso
 {
@@ -247,7 +258,7 @@ const std::vector<Paso> &pasos()
         {"layout", 2, Host, [](Driver &d) {
              QMetaObject::invokeMethod(d.mapa, d.de<const char *>({"alinearHorizontal", "alinearVertical",
                  "igualarDimension", "distribuirHorizontal", "distribuirVertical"}));
-             QTest::qWait(15); }},
+             esperar(15); }},
         {"select", 4, Host, [](Driver &d) {
              const ObjetoPtr r = d.cualquiera();
              const auto hijos = r && !d.moneda(4) ? r->getObjetos() : nullptr;
@@ -313,7 +324,7 @@ const std::vector<Paso> &pasos()
              QWidget *w = QApplication::focusWidget() && d.moneda() ? QApplication::focusWidget() : d.mapa;
              QTest::keyClick(w, d.de<Qt::Key>({Qt::Key_Return, Qt::Key_Enter, Qt::Key_Menu, Qt::Key_Escape,
                                                Qt::Key_Delete, Qt::Key_Left, Qt::Key_Tab, Qt::Key_A}), d.teclas()); }},
-        {"wait", 1, Gesture, [](Driver &) { QTest::qWait(12); }},
+        {"wait", 1, Gesture, [](Driver &) { esperar(12); }},
     };
     return tabla;
 }
