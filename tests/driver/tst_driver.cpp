@@ -400,27 +400,37 @@ void Driver::comprobar(bool gestoTerminado)
     }
 }
 
-// Runs \a lista of steps of the run \a semilla on a new site; answers the failure, or nothing.
+// Runs \a lista of steps of the run \a semilla on a new site; answers the failure, or nothing. The steps
+// run inside an event loop, as a host's code does: what the map deletes later is not deleted by a wait
+// that a step or a handler makes, only when the step is over.
 QString correr(quint64 semilla, const std::vector<int> &lista, int *fallido = nullptr)
 {
     Driver d(semilla);
-    try {
-        d.comprobar(true);
-        for (int paso : lista) {
-            g_paso = paso;
-            d.rng.seed(unsigned(semilla * 2654435761u)
-                       ^ unsigned(paso) * 40503u); // each step from its own seed
-            d.hacer(false);
-            QCoreApplication::processEvents();
-            naves::flushDeletes();
+    QString fallo;
+    QEventLoop bucle;
+    QTimer::singleShot(0, &bucle, [&] {
+        try {
             d.comprobar(true);
+            for (int paso : lista) {
+                g_paso = paso;
+                d.rng.seed(unsigned(semilla * 2654435761u)
+                           ^ unsigned(paso) * 40503u); // each step its own seed
+                d.hacer(false);
+                QCoreApplication::processEvents();
+                naves::flushDeletes();
+                d.comprobar(true);
+            }
+        } catch (const QString &texto) {
+            fallo = texto;
+        } catch (const Error &e) {
+            fallo = u"a failure reached the host: "_s + e.description();
         }
-    } catch (const QString &fallo) {
-        return (fallido ? *fallido = g_paso : 0), fallo;
-    } catch (const Error &e) {
-        return (fallido ? *fallido = g_paso : 0), u"a failure reached the host: "_s + e.description();
-    }
-    return {};
+        if (fallido && !fallo.isEmpty())
+            *fallido = g_paso;
+        bucle.quit();
+    });
+    bucle.exec();
+    return fallo;
 }
 
 void alMorir(int senal)
