@@ -9,6 +9,8 @@ set -euo pipefail
 # qt6-base-private-dev: the accessibility tests switch the platform's
 # accessibility on, as qtbase's own do.
 packages=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-base-private-dev qt6-tools-dev libqt6opengl6-dev libgl-dev fonts-dejavu-core gcovr doxygen qt6-svg-dev poppler-utils)
+# valgrind: the demo's run under memcheck (scripts/valgrind.sh).
+packages+=(valgrind)
 
 missing=()
 for package in "${packages[@]}"; do

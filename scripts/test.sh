@@ -3,7 +3,7 @@
 # Builds the library and runs every test: first a plain debug build, then a
 # build with AddressSanitizer and UndefinedBehaviorSanitizer; checks the
 # installed and packaged library with a host program and builds the API
-# reference from the default build; then a build with coverage
+# reference from the default build, and runs the demo under valgrind; then a build with coverage
 # instrumentation that prints the coverage of src/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -32,6 +32,8 @@ done
 # The library as a host gets it, from the default build: nothing is built again.
 echo "== package"
 scripts/check-package.sh
+echo "== valgrind"
+scripts/valgrind.sh
 echo "== API reference"
 cmake --build --preset default --target docs
 

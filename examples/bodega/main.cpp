@@ -68,8 +68,14 @@ int main(int argc, char *argv[])
         QTextStream(stderr) << "Cannot read " << fuente.fileName() << '\n';
         return 1;
     }
+    // A site is a few kilobytes; a file of many megabytes is a mistake, not worth the memory.
+    constexpr qint64 maximo = 16 * 1024 * 1024;
+    if (fuente.size() > maximo) {
+        QTextStream(stderr) << fuente.fileName() << ": larger than " << maximo / (1024 * 1024) << " MiB, not a site\n";
+        return 1;
+    }
     QTemporaryDir imagenes;
-    Sitio sitio = Sitio::desdeJson(fuente.readAll(), imagenes.path());
+    Sitio sitio = Sitio::desdeJson(fuente.read(maximo + 1), imagenes.path());
     if (!sitio.error.isEmpty()) {
         QTextStream(stderr) << fuente.fileName() << ": " << sitio.error << '\n';
         return 1;

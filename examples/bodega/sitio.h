@@ -19,7 +19,11 @@
 class Sitio
 {
 public:
-    //! Builds the site from \a json; the pictures are drawn into \a carpetaImagenes.
+    /*!
+        Builds the site from \a json; the pictures are drawn into \a carpetaImagenes.
+        A file that is not a site, or that asks for more than a site holds,
+        gives an empty site and says in error what is wrong and where.
+    */
     static Sitio desdeJson(const QByteArray &json, const QString &carpetaImagenes);
 
     //! The root objects, each shown in its own frame.

@@ -152,6 +152,7 @@ private Q_SLOTS:
                { texto({ 3, 5 }, black, u"A"_s), texto({ 3, 5 + th }, black, u"B"_s),
                  texto({ 3, 5 + 2 * th }, black, u"C"_s) });
         dibujo("no room", "0", 0xFFFFFF, columna - QSize(0, 10), { todo({ 0, 0, cw + 5, 3 * th }, white) });
+        dibujo("unknown shape: its tip readable on the background", "7", 0, s, { tinta(letra, black) });
     }
     void painting()
     {
@@ -344,6 +345,17 @@ private Q_SLOTS:
         QCOMPARE(DragDriver::dropData(e->cont, QPoint(50, 50), &texto, shift), Qt::IgnoreAction);
         QCOMPARE(DragDriver::dropData(e->cont, QPoint(115, 15), &texto, ctrl), Qt::CopyAction);
         QCOMPARE(e->log(), u"moved(D2) moved(D1) droped(Lfuera,D2,2)"_s);
+        // A box whose right edge passes 16 bits fails each drag-over once, entering included, and still
+        // follows the pointer: D2 drawn from x 110, pressed at 112.
+        d2->setAncho(32700);
+        QTest::mousePress(e->cont, Qt::LeftButton, {}, QPoint(112, 15));
+        e->mover(QPoint(122, 15));
+        for (int x : { 120, 130, 140 })
+            driver.move(e->cont, QPoint(x, 15), shift);
+        QCOMPARE(e->caja(u"D2c"_s)->x(), 110 + 140 - 112);
+        QCOMPARE(e->errors.messages(), QStringList(3, u"ContenedorX.dragOver->Overflow"_s));
+        e->errors.clear();
+        driver.finish();
     }
 
     void alignAndEqualise()

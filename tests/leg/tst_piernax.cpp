@@ -217,16 +217,18 @@ void tst_PiernaX::gestures_data()
          "tecla:Up tecla:Up tecla:Up tecla:Space tecla:Right tecla:Right tecla:Right tecla:Up tecla:Down "
          "tecla:Shift+Left tecla:Ctrl+Right tecla:Ctrl+Space",
          "clicked(P013001,true) clicked(L2.2,false) clicked(L2.2,true) {}", "larga");
-    fila("no leg: even the first paint fails", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
-         "copy !validarControl !dibujarTodo !sobreQuien !MouseDown !sobreQuien !MouseUp "
+    fila("no leg: every paint fails, drops refused", "@50,50 codigo:P011001 todos E1 rE1 soltar:E1",
+         "ignore !validarControl !dibujarTodo !sobreQuien !MouseDown !sobreQuien !MouseUp "
          "!IContenedorX_seleccionar !IContenedorX_seleccionarTodos !escalas.Click !escalas.RightClick "
          "!escalas.OLEDragDrop {}",
          "sin pierna");
     fila("no root", "1.1", "!MouseUp {L1.1}", "sin raiz");
     fila("unbuilt leg", "", "!validarControl !dibujarTodo {}", "sin rejilla", "Subscript out of range");
-    fila("scales out of range", "escala:-1 escala:0 escala:nan escala:1e30 escala:0.1 @30,10",
-         "clicked(P01,false) !validarControl->Invalid procedure call or argument !dibujarEscalas->Invalid "
-         "procedure call or argument !validarControl !validarControl !sobreQuien !sobreQuien {}",
+    // A failed hit test is outside the positions, not the cell hit before.
+    fila("scales out of range", "1.1 escala:-1 escala:0 escala:nan escala:1e30 escala:0.1 @30,10",
+         "clicked(L1.1,false) clicked(P01,false) !validarControl->Invalid procedure call or argument "
+         "!dibujarEscalas->Invalid procedure call or argument !validarControl !validarControl !sobreQuien "
+         "!sobreQuien {}",
          "clasica", "Overflow");
 }
 

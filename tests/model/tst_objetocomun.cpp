@@ -152,6 +152,22 @@ private Q_SLOTS:
         QCOMPARE(Lote().getInterno(), QStringLiteral("0")); // the text "0", not an empty one
     }
 
+    void ownFieldsApart()
+    {
+        // Each field of a kind's own keeps what it was given, none written into another.
+        Lote l;
+        l.setReferencia("r"), l.setProducto("p"), l.setAnada(-3), l.setInterno("i"), l.setEstado("e");
+        QCOMPARE(QStringList({ l.getReferencia(), l.getProducto(), QString::number(l.getAnada()),
+                               l.getInterno(), l.getEstado() }),
+                 QStringList({ "r", "p", "-3", "i", "e" }));
+        Deposito d;
+        d.setNumero(-70000), d.setProducto("p"), d.setMultiLote(true);
+        QVERIFY(d.getNumero() == -70000 && d.getProducto() == "p" && d.getMultiLote());
+        Ubicacion u;
+        u.setConjunto("c"), u.setEscala(-2), u.setUbicacion(9);
+        QVERIFY(u.getConjunto() == "c" && u.getEscala() == -2 && u.getUbicacion() == 9);
+    }
+
     void puedeContenerStartsEmptyEveryTime()
     {
         Objeto o;

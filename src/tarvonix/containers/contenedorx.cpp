@@ -8,6 +8,7 @@
 #include <tarvonix/model/objetocomun.h>
 #include <tarvonix/model/objetos.h>
 #include <tarvonix/platform/childcontrols.h>
+#include <tarvonix/platform/colorconversion.h>
 #include <tarvonix/platform/errortrap.h>
 #include <tarvonix/platform/shiftstate.h>
 #include <tarvonix/platform/surface.h>
@@ -452,8 +453,11 @@ void ContenedorX::Private::dibujarObjeto(float x, float y, float w, float h, con
                 s.setFillColor(col == blanco && seleccionado ? negro : col);
                 s.setForeColor(col);
                 formaInterior(iw / 2 - 2);
+                // A shape this control does not know is not filled: its text stands on the background.
+                const bool relleno = forma == FormaCaja || forma == FormaCirculo;
+                const qint32 fondo = relleno ? col : fromQColor(toQColor(s.backColor(), q->palette()));
                 if (!seleccionado && forma != FormaCuadro)
-                    s.setForeColor(Color::esColorClaro(col) ? negro : blanco);
+                    s.setForeColor(Color::esColorClaro(fondo) ? negro : blanco);
                 else
                     s.setForeColor(negro);
             }
@@ -958,8 +962,6 @@ void ContenedorX::dragOver(int shift, QPointF punto, Qt::DropAction &efecto)
     const QPoint extremo = d->moverCajas(punto);
     efecto = Qt::MoveAction;
     d->crecerBajoCajas(extremo);
-    d->dragX = redondear(float(punto.x()));
-    d->dragY = redondear(float(punto.y()));
 }
 
 //! Moves the outline boxes to the pointer; answers the largest right and bottom edge they reach.
@@ -979,10 +981,14 @@ QPoint ContenedorX::Private::moverCajas(QPointF punto)
     }
     const float dx = x - float(dragX);
     const float dy = y - float(dragY);
+    for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum())
+        moverOtraCaja(o, dx, dy);
+    // The boxes are at the pointer now, even if an edge below does not fit: the next move starts here.
+    dragX = redondear(x);
+    dragY = redondear(y);
     qint16 maxRight = 0;
     qint16 maxBottom = 0;
     for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum()) {
-        moverOtraCaja(o, dx, dy);
         const float right = (qint32(o->getX()) + o->getAncho()) * escala + margen + (x - float(desde.x()));
         const float bottom = (qint32(o->getY()) + o->getAlto()) * escala + margen + (y - float(desde.y()));
         maxRight = std::max(maxRight, toInt16(double(right)));

@@ -617,6 +617,9 @@ void PiernaX::printX(const QString &texto, float margenx, float margeny, float a
 
 void PiernaX::Private::sobreQuien(double x, double y)
 {
+    // A point that cannot be placed is outside the positions, not the cell found last time.
+    fila = 0;
+    columna = 0;
     trap(QStringLiteral("PiernaX.sobreQuien->"), [&] {
         const GeometriaCeldas::Celda celda = geometria().sobre(x, y);
         fila = celda.fila;
@@ -841,14 +844,14 @@ void PiernaX::Private::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect
             efecto = 0;
             return;
         }
-        if (shift == ShiftMask) {
-            efecto = 0;
+        // Refused until the drop has found its tier: a failure on the way (no leg) does not copy.
+        efecto = 0;
+        if (shift == ShiftMask)
             return;
-        }
-        efecto = 1;
         const QString origen = datos->text();
         const auto leg = piernaLigada();
         const ObjetoPtr destino = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
+        efecto = 1;
         if (destino)
             vista->raiz().droped(origen, destino, shift);
         escalas->update();

@@ -410,7 +410,9 @@ void VistaX::mouseReleaseEvent(QMouseEvent *event)
 
 void VistaX::dragEnterEvent(QDragEnterEvent *event)
 {
-    dragMoveEvent(event);
+    // Qt follows an accepted enter with a move to the same point, where the drag-over runs, once.
+    const QMimeData *datos = event->mimeData();
+    DragRunner::answer(event, datos && datos->hasText() ? event->proposedAction() : Qt::IgnoreAction);
 }
 
 void VistaX::dragMoveEvent(QDragMoveEvent *event)
