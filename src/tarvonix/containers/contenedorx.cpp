@@ -18,6 +18,7 @@
 
 #include <QHash>
 #include <QPainter>
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -1031,6 +1032,8 @@ void ContenedorX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::D
     const QPointF desde = d->vista->pulsado;
     const float dx = (float(punto.x()) - float(desde.x())) / d->escala;
     const float dy = (float(punto.y()) - float(desde.y())) / d->escala;
+    // The host hears of each move and may close the frame, this view with it.
+    const QPointer<ContenedorX> vivo(this);
     for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
         d->limpiar(o);
         const qint16 nuevoX = toInt16(double(o->getX() + dx));
@@ -1039,6 +1042,8 @@ void ContenedorX::dragDrop(const QString &texto, int shift, QPointF punto, Qt::D
         o->setY(nuevoY);
         d->dibujarNuevo(o);
         raiz.moved(o);
+        if (!vivo)
+            return;
     }
     d->validarControl();
 }
@@ -1096,7 +1101,8 @@ void ContenedorX::Private::alinear(const QString &label, const ObjetoPtr &refere
         const qint16 alto = modelo.getAlto();
         IMapaX &raiz = vista->raiz();
         empezarAjuste();
-        const auto fin = qScopeGuard([this] { terminarAjuste(); });
+        auto fin = qScopeGuard([this] { terminarAjuste(); });
+        const QPointer<ContenedorX> vivo(q);
         for (const ObjetoPtr &o : q->getSeleccionados()->NewEnum()) {
             limpiar(o);
             if (que == Arriba) {
@@ -1108,6 +1114,10 @@ void ContenedorX::Private::alinear(const QString &label, const ObjetoPtr &refere
                 o->setAlto(alto);
             }
             raiz.moved(o);
+            if (!vivo) {
+                fin.dismiss();
+                return;
+            }
             dibujarNuevo(o);
             validarControl(o);
         }
@@ -1139,7 +1149,8 @@ void ContenedorX::Private::distribuir(const QString &label, Eje eje)
             return;
         IMapaX &raiz = vista->raiz();
         empezarAjuste();
-        const auto fin = qScopeGuard([this] { terminarAjuste(); });
+        auto fin = qScopeGuard([this] { terminarAjuste(); });
+        const QPointer<ContenedorX> vivo(q);
 
         // Extent and total length of the selection, and the selection ordered by position.
         struct Elemento
@@ -1186,6 +1197,10 @@ void ContenedorX::Private::distribuir(const QString &label, Eje eje)
             else
                 o->setY(nuevo);
             raiz.moved(o);
+            if (!vivo) {
+                fin.dismiss();
+                return;
+            }
             dibujarNuevo(o);
             validarControl(o);
             prevRight = qint64(posicion(*o)) + largo(*o) - 1;
@@ -1256,12 +1271,15 @@ void ContenedorX::moverSeleccion(int dx, int dy)
     if (d->bloqueo)
         return;
     IMapaX &raiz = d->vista->raiz();
+    const QPointer<ContenedorX> vivo(this);
     for (const ObjetoPtr &o : getSeleccionados()->NewEnum()) {
         d->limpiar(o);
         o->setX(toInt16(qint64(o->getX()) + dx));
         o->setY(toInt16(qint64(o->getY()) + dy));
         d->dibujarNuevo(o);
         raiz.moved(o);
+        if (!vivo)
+            return;
     }
     d->validarControl();
 }

@@ -22,6 +22,7 @@
 
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QPointer>
 
 #include <algorithm>
 #include <cmath>
@@ -852,9 +853,11 @@ void PiernaX::Private::escalasOLEDragDrop(const QMimeData *datos, qint32 *effect
         const auto leg = piernaLigada();
         const ObjetoPtr destino = leg->getEscala(toInt16(qint64(leg->getFilas()) - etiqueta + 1));
         efecto = 1;
+        const QPointer<etiquetas> tira(escalas); // the host may close the frame, the strip with it
         if (destino)
             vista->raiz().droped(origen, destino, shift);
-        escalas->update();
+        if (tira)
+            tira->update();
     });
 }
 

@@ -371,10 +371,13 @@ void VistaX::mousePressEvent(QMouseEvent *event)
         update(d->zonaMarca(d->foco));
     d->teclado = false;
     d->foco = -1;
+    // The host hears of a press or a release and may close the frame, this view with it.
+    const QPointer<VistaX> vivo(this);
     trap(d->etiqueta("MouseDown"), [&] {
         d->pulsado = event->position();
         MouseDown(button, shift, event->position());
-        d->armado = true;
+        if (vivo)
+            d->armado = true;
     });
 }
 
@@ -403,8 +406,10 @@ void VistaX::mouseReleaseEvent(QMouseEvent *event)
             soltarBanda(caja.geometry());
             return;
         }
+        const QPointer<VistaX> vivo(this);
         soltarClick(button, shift, event->position());
-        d->armado = true;
+        if (vivo)
+            d->armado = true;
     });
 }
 
@@ -427,8 +432,11 @@ void VistaX::dragMoveEvent(QDragMoveEvent *event)
             efecto = Qt::IgnoreAction;
             return;
         }
+        const QPointer<VistaX> vivo(this);
         d->activarFrame();
         dragOver(shift, punto, efecto);
+        if (!vivo)
+            return;
         // Near the visible rectangle's edges the frame scrolls, one step per event.
         if (punto.x() < d->viewLeft + bordeDesplazamiento)
             d->desplazarFrame(Qt::Horizontal, -1);

@@ -17,6 +17,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 
 #include <cmath>
 #include <limits>
@@ -289,10 +290,14 @@ void etiquetas::mousePressEvent(QMouseEvent *event)
         // Sink the slot, report it, remember where.
         const int etiqueta = etiquetaEn(d->coordenada(punto));
         d->dibujarPresionada(etiqueta, true);
+        // A handler may close what holds the strip, the strip with it.
+        const QPointer<etiquetas> vivo(this);
         if (button == LeftButton)
             Q_EMIT Click(etiqueta);
         else if (button == RightButton)
             Q_EMIT RightClick(etiqueta);
+        if (!vivo)
+            return;
         d->downX = punto.x();
         d->downY = punto.y();
     });
