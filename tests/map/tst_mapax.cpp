@@ -339,8 +339,10 @@ private Q_SLOTS:
         pierna->setCodigo(u"1"_s), pierna->setEscalas(40);
         for (qint16 t = 1; t <= 40; ++t) {
             pierna->setEscala(t, 100);
-            for (qint16 p = 1; p <= 100; ++p)
-                pierna->setObjeto(t, p, std::make_shared<Lote>()), pierna->getObjeto(t, p)->setCodigo(u"B%1-%2"_s.arg(t).arg(p));
+            for (qint16 p = 1; p <= 100; ++p) {
+                pierna->setObjeto(t, p, std::make_shared<Lote>());
+                pierna->getObjeto(t, p)->setCodigo(u"B%1-%2"_s.arg(t).arg(p));
+            }
         }
         s.mapa.add(pierna), s.mapa.show(s.a), s.mapa.seleccionar(s.a, u"AD1"_s);
         FrameX *na = s.frame(u"NA"_s);
@@ -367,7 +369,8 @@ private Q_SLOTS:
         Sitio s;
         QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
         auto pierna = std::make_shared<Pierna>();
-        pierna->setCodigo(u"1"_s), pierna->setDescripcion(u"Pierna uno"_s), pierna->setEscalas(1), pierna->setEscala(1, 3);
+        pierna->setCodigo(u"1"_s), pierna->setDescripcion(u"Pierna uno"_s);
+        pierna->setEscalas(1), pierna->setEscala(1, 3);
         auto barrica = std::make_shared<Lote>();
         barrica->setCodigo(u"B1"_s), barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
         pierna->setObjeto(1, 2, barrica), s.mapa.add(pierna), s.frame(u"P1"_s)->move(380, 20);
@@ -415,7 +418,8 @@ private Q_SLOTS:
         QCOMPARE(s.click.last().at(0).value<ObjetoPtr>()->getCodigo(), u"11000"_s); // the tier
         // A click on a vessel arrives as Click, and its view takes the keyboard from the host's field: Enter names it.
         QWidget *vistaPierna = s.conten(pierna);
-        const QPoint celda = GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
+        const QPoint celda =
+            GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
         QLineEdit campo(&s.mapa);
         campo.show(), campo.setFocus();
         const ObjetoPtr d2 = s.a->getObjetos()->Item(2);
