@@ -47,10 +47,7 @@ struct Banco
         naves::flushDeletes(); // a replaced "conten" is gone
         return frame->findChild<T *>(nombre);
     }
-    void pulsar(const QString &nombre, Qt::MouseButton boton = Qt::LeftButton) const
-    {
-        QTest::mousePress(hijo(nombre), boton, {}, QPoint(5, 5));
-    }
+    void pulsar(const QString &n, Qt::MouseButton b = Qt::LeftButton) { QTest::mousePress(hijo(n), b, {}, {5, 5}); }
     // The title bar's look: the title's colours and weight, and the colours of the close button.
     QString aspecto() const
     {
@@ -131,8 +128,7 @@ private Q_SLOTS:
         const auto barras = banco.frame->findChildren<QScrollBar *>();
         const QString inactivo = u"c0c0c0/0 c0c0c0/0 0"_s;
         QVERIFY(!barras.at(0)->isEnabled() && !barras.at(1)->isEnabled() && banco.aspecto() == inactivo);
-        banco.mapa.clear();
-        banco.frame->setActivo(banco.objeto, true);
+        banco.mapa.clear(), banco.frame->setActivo(banco.objeto, true);
         QCOMPARE(banco.mapa.log(), QStringList{u"setActive(none,2)"_s});
         QCOMPARE(banco.aspecto(), u"800000/ffffff 800000/ffffff 1"_s);
         // Inside an active frame, another object becomes the active one.
@@ -153,13 +149,11 @@ private Q_SLOTS:
         // A move starts only from an active frame; a press on the title activates it.
         banco.frame->setActivo(nullptr, false);
         auto *titulo = banco.hijo<etiquetas>(u"titulo"_s);
-        Q_EMIT titulo->OLEStartDrag(20, 5, 1);
-        banco.pulsar(u"titulo"_s);
+        Q_EMIT titulo->OLEStartDrag(20, 5, 1), banco.pulsar(u"titulo"_s);
         Q_EMIT titulo->OLEStartDrag(20, 5, 1);
         QCOMPARE(banco.anfitrion.movidos, QList<QWidget *>{banco.frame});
         banco.frame->setActivo(nullptr, false), banco.mapa.clear();
-        banco.pulsar(u"mini"_s, Qt::RightButton); // activates, then reports
-        banco.pulsar(u"cerrar"_s);
+        banco.pulsar(u"mini"_s, Qt::RightButton), banco.pulsar(u"cerrar"_s); // the first activates, then reports
         QCOMPARE(banco.mapa.log().join(u' '), u"setActive(none,2) rightClicked(C1,false) remove(C1)"_s);
         // Minimised, the frame keeps its height, even when it is fitted again.
         const int alto = banco.frame->height();
@@ -170,8 +164,7 @@ private Q_SLOTS:
         QCOMPARE(banco.mapa.log(), QStringList{u"ensureVisible"_s});
         // Without a root, the failures are reported.
         banco.frame->setActivo(nullptr, false), banco.frame->setRoot(nullptr);
-        banco.pulsar(u"titulo"_s, Qt::RightButton);
-        banco.pulsar(u"cerrar"_s);
+        banco.pulsar(u"titulo"_s, Qt::RightButton), banco.pulsar(u"cerrar"_s);
         QCOMPARE(banco.errors.messages(), (QStringList{"FrameX.IContenedorX_setActivo" + sinObjeto,
                                                        "FrameX.titulo.RightClick" + sinObjeto,
                                                        "FrameX.cerrar.Click" + sinObjeto}));

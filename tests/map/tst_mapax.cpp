@@ -35,10 +35,7 @@ struct Sitio
     DragDriver driver; // made after the map, which it may enter
     QSignalSpy click{&mapa, &MapaX::Click}, enter{&mapa, &MapaX::Enter}, right{&mapa, &MapaX::RightClick};
     QSignalSpy drop{&mapa, &MapaX::Drop}, moved{&mapa, &MapaX::moved};
-    Sitio()
-    {
-        mapa.resize(700, 500), mapa.show(), mapa.add(a), mapa.add(b);
-    }
+    Sitio() { mapa.resize(700, 500), mapa.show(), mapa.add(a), mapa.add(b); }
     FrameX *frame(const QString &nombre) const { return qobject_cast<FrameX *>(mapa.control(nombre)); }
     QWidget *conten(const ObjetoPtr &obj) const
     {
@@ -59,28 +56,24 @@ private Q_SLOTS:
         Sitio s;
         QCOMPARE(s.mapa.controlNames(), (QStringList{u"thread"_s, u"NA"_s, u"NB"_s}));
         QVERIFY(s.frame(u"NA"_s)->isHidden() && !s.mapa.getFrame()); // added frames wait for show()
-        QTest::keyClick(&s.mapa, Qt::Key_Return); // nothing active: the keys raise nothing
-        QTest::keyClick(&s.mapa, Qt::Key_Menu);
+        QTest::keyClick(&s.mapa, Qt::Key_Return), QTest::keyClick(&s.mapa, Qt::Key_Menu); // nothing active: nothing
         s.mapa.show(s.b), s.mapa.show(s.a);
         s.mapa.hide(s.a); // hiding keeps the active frame
         QCOMPARE(s.mapa.getFrame(), ObjetoPtr(s.a));
         QVERIFY(s.mapa.getSelected() && !s.frame(u"NB"_s)->pActive());
-        QTest::keyClick(&s.mapa, Qt::Key_Enter); // an active frame, no active object: Enter names the frame's
-        QTest::keyClick(&s.mapa, Qt::Key_Menu); // a frame is no map object: nothing is raised
+        // No active object: Enter names the active frame's; the menu key raises nothing, a frame is no map object.
+        QTest::keyClick(&s.mapa, Qt::Key_Enter), QTest::keyClick(&s.mapa, Qt::Key_Menu);
         QVERIFY(s.right.isEmpty() && s.enter.count() == 1 && s.enter.at(0).at(0).value<ObjetoPtr>() == s.a);
         // Shown again, the active frame stays active for the pointer, and keeps its active object.
-        s.mapa.show(s.a);
-        s.mapa.show(s.a);
+        s.mapa.show(s.a), s.mapa.show(s.a);
         const ObjetoPtr d1 = s.a->getObjetos()->Item(1);
         QTest::mouseClick(s.conten(s.a), Qt::LeftButton, Qt::NoModifier, QPoint(17, 17));
         QVERIFY(s.click.count() == 1 && s.click.at(0).at(0).value<ObjetoPtr>() == d1);
         s.mapa.show(s.a);
         QVERIFY(s.frame(u"NA"_s)->pActive() && s.mapa.getActive() == d1);
         // The menu key reports the active object, and whether more than it is selected.
-        s.mapa.seleccionarTodos(s.a);
-        QTest::keyClick(&s.mapa, Qt::Key_Menu);
-        s.mapa.deseleccionarTodos(s.a), s.mapa.seleccionar(s.a, u"AD1"_s);
-        QTest::keyClick(&s.mapa, Qt::Key_Menu);
+        s.mapa.seleccionarTodos(s.a), QTest::keyClick(&s.mapa, Qt::Key_Menu);
+        s.mapa.deseleccionarTodos(s.a), s.mapa.seleccionar(s.a, u"AD1"_s), QTest::keyClick(&s.mapa, Qt::Key_Menu);
         QVERIFY(s.right.count() == 2 && s.right.at(0).at(0).value<ObjetoPtr>() == d1);
         QVERIFY(s.right.at(0).at(1).toBool() && !s.right.at(1).at(1).toBool());
         s.mapa.remove(s.b); // even an inactive frame's removal leaves nothing active
@@ -110,8 +103,7 @@ private Q_SLOTS:
         QVERIFY(leyenda->isHidden());
         s.mapa.show(s.a);
         const QSize tamano = leyenda->size();
-        s.b->setReferencias(std::make_shared<Referencias>()); // an empty list changes nothing: the keys stay
-        s.mapa.show(s.b);
+        s.b->setReferencias(std::make_shared<Referencias>()), s.mapa.show(s.b); // an empty list: the keys stay
         QVERIFY(leyenda->isVisible() && leyenda->findChild<QWidget *>(u"RV"_s) && leyenda->size() == tamano);
         QTest::mousePress(leyenda->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, {}, QPoint(5, 5));
         s.mapa.show(s.a); // closed by its own button, the legend is not wanted any more
@@ -133,8 +125,7 @@ private Q_SLOTS:
         QFETCH(int, movidos);
         QFETCH(QString, despues);
         Sitio s;
-        s.mapa.show(s.b);
-        s.frame(u"NB"_s)->seleccionarTodos();
+        s.mapa.show(s.b), s.frame(u"NB"_s)->seleccionarTodos();
         s.mapa.callbacks()->setActive(s.b->getObjetos()->Item(1), s.frame(u"NB"_s), 1);
         // Another request first, within the same tick: only the last one runs, and not inside the call.
         const QByteArray tag = QTest::currentDataTag();
@@ -153,19 +144,17 @@ private Q_SLOTS:
     {
         Sitio s;
         FrameX *frame = s.frame(u"NA"_s), *otro = s.frame(u"NB"_s);
-        otro->move(500, 400);
-        s.mapa.resized(); // pushed back inside, 2 pixels from the right and bottom edges
+        otro->move(500, 400), s.mapa.resized(); // pushed back inside, 2 pixels from the right and bottom edges
         QCOMPARE(otro->pos(), QPoint(700 - otro->width() - 2, 500 - otro->height() - 2));
         s.mapa.add(nave(u"G"_s, u"N"_s, false, {{10, 10, 2000, 40}}));
         QCOMPARE(s.frame(u"NG"_s)->width(), 698); // limited by the map
-        s.frame(u"NG"_s)->move(300, 0);
-        s.mapa.resize(700, 501); // a real resize fits every frame too; one as wide as the map goes to 1
+        // A real resize fits every frame too; one as wide as the map goes to 1.
+        s.frame(u"NG"_s)->move(300, 0), s.mapa.resize(700, 501);
         QCOMPARE(s.frame(u"NG"_s)->x(), 1);
         // A frame moves by its title, as a drag of its name.
         s.mapa.show(s.a);
         QWidget *titulo = frame->findChild<QWidget *>(u"titulo"_s);
-        QTest::mousePress(titulo, Qt::LeftButton, Qt::NoModifier, QPoint(30, 8));
-        arrastrar(titulo, QPoint(40, 8));
+        QTest::mousePress(titulo, Qt::LeftButton, {}, QPoint(30, 8)), arrastrar(titulo, QPoint(40, 8));
         QVERIFY(s.driver.text() == u"NA"_s && s.driver.allowed() == Qt::MoveAction);
         // While it moves: the frame hides behind one outline, every control is disabled.
         QWidget *caja = s.mapa.control(u"caja"_s);
@@ -220,10 +209,8 @@ private Q_SLOTS:
         }) << QStringList{"MapaX.setBloqueo" + sinMiembro};
         // While a frame moves, the outline answers no fitting and no second outline can be made.
         QTest::newRow("resize and move while moving") << Accion([](Sitio &s) {
-            s.mapa.startMove(s.frame(u"NA"_s));
-            s.mapa.resize(s.mapa.width() + 10, s.mapa.height());
-            s.mapa.startMove(s.frame(u"NA"_s));
-            s.driver.finish(), s.driver.finish();
+            s.mapa.startMove(s.frame(u"NA"_s)), s.mapa.resize(s.mapa.width() + 10, s.mapa.height());
+            s.mapa.startMove(s.frame(u"NA"_s)), s.driver.finish(), s.driver.finish();
         }) << QStringList{"MapaX.UserControl_Resize" + sinMiembro, "MapaX.dibujarCaja" + repetido};
         QTest::newRow("legend closed while moving") << Accion([](Sitio &s) {
             s.mapa.show(s.a), s.mapa.ShowReferences(), s.mapa.startMove(s.mapa.control(u"REF"_s));
@@ -234,8 +221,7 @@ private Q_SLOTS:
         // A host deletes the whole map while one of its frames moves: the drag's end finds nothing.
         QTest::newRow("map deleted while moving") << Accion([](Sitio &s) {
             auto *efimero = new MapaX;
-            efimero->add(s.a), efimero->startMove(efimero->control(u"NA"_s));
-            delete efimero;
+            efimero->add(s.a), efimero->startMove(efimero->control(u"NA"_s)), delete efimero;
             QVERIFY(s.driver.dragging());
             s.driver.finish();
         }) << QStringList();
@@ -376,8 +362,9 @@ private Q_SLOTS:
                 && donde->vista()->visibleRegion().boundingRect().contains(donde->vista()->areaDe(objeto))));
     }
 
-    // Ctrl+Tab goes round the frames with the keyboard's focus; a screen reader finds the frames' parts.
-    void keyboardAndScreenReaders()
+    // Root objects pass through the real map, frames, container and leg view, as a host uses them: Ctrl+Tab goes
+    // round the frames with the keyboard's focus, a screen reader finds the frames' parts, the pointer works them.
+    void roadThroughTheControls()
     {
         Sitio s;
         QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
@@ -386,12 +373,10 @@ private Q_SLOTS:
         pierna->setEscalas(1), pierna->setEscala(1, 3);
         auto barrica = std::make_shared<Lote>();
         barrica->setCodigo(u"B1"_s), barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
-        pierna->setObjeto(1, 2, barrica);
-        s.mapa.add(pierna);
+        pierna->setObjeto(1, 2, barrica), s.mapa.add(pierna), s.frame(u"P1"_s)->move(380, 20);
         for (const ObjetoPtr &o : { ObjetoPtr(pierna), s.b, s.a })
             s.mapa.show(o);
-        s.mapa.clearFocus();
-        s.mapa.setFocus(Qt::TabFocusReason);
+        s.mapa.clearFocus(), s.mapa.setFocus(Qt::TabFocusReason);
         QString recorrido = s.frame(u"NA"_s)->objectName();
         const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
         for (const Qt::KeyboardModifiers modificadores : { ctrl, ctrl, ctrl, ctrl | Qt::ShiftModifier }) {
@@ -406,20 +391,15 @@ private Q_SLOTS:
         QAccessibleInterface *frame = QAccessible::queryAccessibleInterface(s.frame(u"P1"_s));
         QCOMPARE(frame->text(QAccessible::Name), u"Pierna uno"_s);
         const auto hijo = [](QAccessibleInterface *padre, const QString &nombre) {
-            for (int i = 0; i < padre->childCount(); ++i) {
+            for (int i = 0; i < padre->childCount(); ++i)
                 if (padre->child(i)->object() && padre->child(i)->object()->objectName() == nombre)
                     return padre->child(i);
-            }
             return static_cast<QAccessibleInterface *>(nullptr);
         };
         QStringList arbol;
-        const auto nota = [&arbol](QAccessibleInterface *i, const QString &sangria) {
-            arbol.append(sangria + QMetaEnum::fromType<QAccessible::Role>().valueToKey(i->role()) + u' '
-                         + i->text(QAccessible::Name));
-        };
-        std::function<void(QAccessibleInterface *, const QString &)> bajar = [&](QAccessibleInterface *i,
-                                                                                 const QString &sangria) {
-            nota(i, sangria);
+        std::function<void(QAccessibleInterface *, const QString &)> bajar = [&](auto *i, const QString &sangria) {
+            const char *rol = QMetaEnum::fromType<QAccessible::Role>().valueToKey(i->role());
+            arbol.append(sangria + QLatin1StringView(rol) + u' ' + i->text(QAccessible::Name));
             for (int k = 0; i->role() == QAccessible::List && k < i->childCount(); ++k)
                 bajar(i->child(k), sangria + u"  "_s);
         };
@@ -436,29 +416,10 @@ private Q_SLOTS:
         QVERIFY(tier->rect() == escalas->rect() && !tier->state().invisible);
         tier->actionInterface()->doAction(tier->actionInterface()->actionNames().constFirst());
         QCOMPARE(s.click.last().at(0).value<ObjetoPtr>()->getCodigo(), u"11000"_s); // the tier
-        QAccessibleActionInterface *mini = hijo(frame, u"mini"_s)->actionInterface();
-        mini->doAction(mini->actionNames().constFirst());
-        QCOMPARE(s.frame(u"P1"_s)->height(), 24); // the title and the border
-        hijo(frame, u"cerrar"_s)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QVERIFY(!s.mapa.isMember(pierna) && s.errors.messages().isEmpty());
-    }
-
-    // Root objects pass through the real map, frames, container and leg view, as a host uses them.
-    void roadThroughTheControls()
-    {
-        Sitio s;
-        QVERIFY(QTest::qWaitForWindowActive(&s.mapa));
-        auto pierna = std::make_shared<Pierna>();
-        pierna->setCodigo(u"1"_s), pierna->setEscalas(1), pierna->setEscala(1, 4);
-        auto barrica = std::make_shared<Lote>();
-        barrica->setCodigo(u"B1"_s), barrica->setPadre(pierna->getUbicacion(1, 2)->getCodigo());
-        pierna->setObjeto(1, 2, barrica), s.mapa.add(pierna);
-        s.frame(u"P1"_s)->move(380, 20), s.mapa.show(pierna);
-        s.mapa.show(s.a);
+        // A click on a vessel arrives as Click, and its view takes the keyboard from the host's field: Enter names it.
         QWidget *vistaPierna = s.conten(pierna);
         const QPoint celda =
             GeometriaCeldas(vistaPierna->height(), 1.0, pierna->getClasica()).celda(1, 2).center().toPoint();
-        // A click on a vessel arrives as Click, and its view takes the keyboard from the host's field: Enter names it.
         QLineEdit campo(&s.mapa);
         campo.show(), campo.setFocus();
         const ObjetoPtr d2 = s.a->getObjetos()->Item(2);
@@ -477,7 +438,10 @@ private Q_SLOTS:
         const auto origen = s.drop.value(0).value(0).value<std::shared_ptr<Objetos>>();
         QVERIFY(s.drop.count() == 1 && origen->count() == 1 && origen->Item(1) == barrica);
         QCOMPARE(s.drop.at(0).at(1).value<ObjetoPtr>(), d2);
-        QTest::mousePress(s.frame(u"P1"_s)->findChild<QWidget *>(u"cerrar"_s), Qt::LeftButton, {}, QPoint(5, 5));
+        QAccessibleActionInterface *mini = hijo(frame, u"mini"_s)->actionInterface();
+        mini->doAction(mini->actionNames().constFirst());
+        QCOMPARE(s.frame(u"P1"_s)->height(), 24); // the title and the border
+        hijo(frame, u"cerrar"_s)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QVERIFY(!s.mapa.isMember(pierna) && s.mapa.isMember(s.a) && s.errors.messages().isEmpty());
     }
 };
