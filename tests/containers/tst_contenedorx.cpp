@@ -35,34 +35,21 @@ struct Escena
 {
     Escena()
     {
-        raiz->setCodigo(u"R"_s);
-        raiz->setTip(u"R"_s);
-        raiz->setPuedeContener(true);
-        cont->setRoot(&mapa);
-        cont->setObjeto(raiz);
-        cont->setViewPort(0, 0, 4000, 4000);
+        raiz->setCodigo(u"R"_s), raiz->setTip(u"R"_s), raiz->setPuedeContener(true);
+        cont->setRoot(&mapa), cont->setObjeto(raiz), cont->setViewPort(0, 0, 4000, 4000);
         frame.show();
     }
     Hijo hijo(const QString &codigo, QRect r, int forma = 1, qint32 color = 0xFF, const Hijo &padre = {})
     {
         auto o = std::make_shared<Objeto>();
-        o->setCodigo(codigo);
-        o->setPadre(padre ? padre->getCodigo() : u"R"_s);
-        o->setX(qint16(r.x()));
-        o->setY(qint16(r.y()));
-        o->setAncho(qint16(r.width()));
-        o->setAlto(qint16(r.height()));
-        o->setForma(qint16(forma));
-        o->setColor(color);
+        o->setCodigo(codigo), o->setPadre(padre ? padre->getCodigo() : u"R"_s);
+        o->setX(qint16(r.x())), o->setY(qint16(r.y())), o->setAncho(qint16(r.width()));
+        o->setAlto(qint16(r.height())), o->setForma(qint16(forma)), o->setColor(color);
         (padre ? padre : raiz)->getObjetos()->add(o);
         return o;
     }
     // Makes a container of the child, with a child of its own whose right edge is at 150 and bottom at 50.
-    void conNieto(const Hijo &o)
-    {
-        o->setPuedeContener(true);
-        hijo(u"N"_s, { 120, 0, 30, 50 }, 1, 0xFF, o);
-    }
+    void conNieto(const Hijo &o) { o->setPuedeContener(true), hijo(u"N"_s, { 120, 0, 30, 50 }, 1, 0xFF, o); }
     QString log() const { return mapa.log().join(' '); }
     Dummy *caja(const QString &n) const { return cont->findChild<Dummy *>(n, Qt::FindDirectChildrenOnly); }
     void mover(QPoint p, Qt::KeyboardModifiers m = {}) const
@@ -96,9 +83,9 @@ struct Px
 using Pintura = std::tuple<QString, qint32, QSize, QList<Px>>;
 // The size before, escala, the child (none when empty, a container when 0 high), the sizes after.
 using Ajuste = std::tuple<QSize, float, QRect, QSize, QSize>;
-// Children side by side, where they end up and the codes moved or the message.
 // L or R: a click, with S: Shift, C: Ctrl; band: from (11, 11); then the selection before.
 using Clic = std::tuple<QString, QPoint, QString>;
+// Children side by side, where they end up and the codes moved or the message.
 using Reparto = std::tuple<bool, QList<int>, QList<int>, QList<int>, QString>;
 
 } // namespace
@@ -160,8 +147,7 @@ private Q_SLOTS:
         const auto &[estado, color, tamano, checks] = pintura;
         QTemporaryDir dir;
         const Hijo o = e->hijo(u"A"_s, { { 10, 10 }, tamano }, estado.at(0).digitValue(), color);
-        o->setTip(tamano.width() < 50 ? u"ABC"_s : u"H"_s);
-        o->setPuedeContener(estado.contains('c'));
+        o->setTip(tamano.width() < 50 ? u"ABC"_s : u"H"_s), o->setPuedeContener(estado.contains('c'));
         if (estado.contains('p')) {
             const QRgb puntos[] = { red, verde, verde, amarillo }; // red top left, yellow bottom right
             QVERIFY(QImage(reinterpret_cast<const uchar *>(puntos), 2, 2, QImage::Format_RGB32)
@@ -186,9 +172,9 @@ private Q_SLOTS:
         }
         // The bound object: its tip grey at the top left, no outline; a border only when asked.
         QVERIFY(pixels::showsText(image, { 2, 2 }, u"R"_s, e->cont->font(), grey, white));
-        QCOMPARE(image.pixel(0, 0), estado.contains('b') ? black : white);
-        QCOMPARE(image.pixel(e->cont->width() - 1, e->cont->height() - 1),
-                 estado.contains('b') ? black : white);
+        const QRgb esquinas = estado.contains('b') ? black : white;
+        QCOMPARE(image.pixel(0, 0), esquinas);
+        QCOMPARE(image.pixel(e->cont->width() - 1, e->cont->height() - 1), esquinas);
     }
 
     void viewport()
@@ -236,8 +222,7 @@ private Q_SLOTS:
         const Hijo o = hijo.isNull() ? nullptr : e->hijo(u"A"_s, hijo);
         if (o && hijo.height() == 0)
             e->conNieto(o);
-        e->frame.calls.clear();
-        e->cont->setEscala(escala);
+        e->frame.calls.clear(), e->cont->setEscala(escala);
         QCOMPARE(e->cont->size(), despues);
         QCOMPARE(e->frame.calls, antes == despues ? QStringList() : QStringList { u"Resize"_s });
         QCOMPARE(o ? QSize(o->getAncho(), o->getAlto()) : QSize(), hijoDespues);
@@ -273,8 +258,7 @@ private Q_SLOTS:
     {
         QFETCH(Clic, clic);
         auto [gesto, en, despues] = clic;
-        e->hijo(u"A"_s, { 10, 10, 40, 30 });
-        e->hijo(u"B"_s, { 30, 20, 40, 30 });
+        e->hijo(u"A"_s, { 10, 10, 40, 30 }), e->hijo(u"B"_s, { 30, 20, 40, 30 });
         e->hijo(u"C"_s, { 200, 100, 30, 30 });
         QStringList antes = gesto.split(' ');
         gesto = antes.takeFirst();
@@ -299,8 +283,7 @@ private Q_SLOTS:
     {
         // At escala 4, D1 at X 10, D2 at X 101: a Shift-drag 30 pixels right moves them 7.5 units, to even.
         const Hijo d1 = e->hijo(u"D1"_s, { 10, 10, 10, 10 }), d2 = e->hijo(u"D2"_s, { 101, 10, 10, 10 });
-        e->cont->setEscala(4);
-        e->cont->seleccionar(u"D2"_s); // selecting all passes over it
+        e->cont->setEscala(4), e->cont->seleccionar(u"D2"_s); // selecting all passes over it
         e->cont->seleccionarTodos();
         DragDriver driver;
         QTest::mousePress(e->cont, Qt::LeftButton, shift, { 50, 50 });
@@ -366,26 +349,20 @@ private Q_SLOTS:
             return QList { a->getX(), a->getY(), b->getX(), b->getY(), a->getAncho(), b->getAlto() };
         };
         e->cont->alinearHorizontal(nullptr); // nothing selected: nothing happens, even with no reference
-        e->cont->seleccionar(u"B"_s);
-        e->cont->seleccionar(u"A"_s);
-        e->cont->alinearHorizontal(z);
+        e->cont->seleccionar(u"B"_s), e->cont->seleccionar(u"A"_s), e->cont->alinearHorizontal(z);
         QCOMPARE(lugares(), QList<qint16>({ 10, 40, 50, 40, 20, 10 }));
         e->cont->alinearVertical(z);
         QCOMPARE(lugares(), QList<qint16>({ 5, 40, 5, 40, 20, 10 }));
         // Equal size, the reference itself selected too; the control grows to the new sizes.
-        e->cont->seleccionar(u"Z"_s);
-        e->cont->igualarDimension(z);
+        e->cont->seleccionar(u"Z"_s), e->cont->igualarDimension(z);
         QCOMPARE(lugares(), QList<qint16>({ 5, 40, 5, 40, 400, 300 }));
         QCOMPARE(e->cont->size(), QSize(405 + 4, 340 + 4));
         QCOMPARE(e->log(), "moved(B) moved(A) moved(B) moved(A) moved(B) moved(A) moved(Z)");
         // A child container is grown back round its own children, also when fitted after another one.
         const Hijo nave = e->hijo(u"C"_s, { 0, 0, 200, 100 });
         e->conNieto(nave);
-        e->cont->deseleccionarTodos();
-        e->cont->seleccionar(u"A"_s);
-        e->cont->seleccionar(u"C"_s);
-        b->setAncho(40);
-        b->setAlto(30);
+        e->cont->deseleccionarTodos(), e->cont->seleccionar(u"A"_s), e->cont->seleccionar(u"C"_s);
+        b->setAncho(40), b->setAlto(30);
         e->cont->igualarDimension(b);
         QCOMPARE(QSize(nave->getAncho(), nave->getAlto()), QSize(154, 54));
     }
@@ -424,8 +401,7 @@ private Q_SLOTS:
         for (int i = 0; i < desde.size(); ++i)
             hijos << e->hijo(QString::number(i),
                              h ? QRect(desde[i], 7, largo[i], 5) : QRect(7, desde[i], 5, largo[i]));
-        e->cont->refrescar();
-        e->cont->seleccionarTodos();
+        e->cont->refrescar(), e->cont->seleccionarTodos();
         h ? e->cont->distribuirHorizontal() : e->cont->distribuirVertical();
         for (int i = 0; i < hijos.size(); ++i)
             QCOMPARE(QPoint(hijos[i]->getX(), hijos[i]->getY()),
@@ -442,14 +418,10 @@ private Q_SLOTS:
     {
         // No frame to fit, no object: each says what is missing.
         ContenedorX suelto, vacio;
-        suelto.setObjeto(e->raiz);
-        vacio.seleccionarTodos();
-        vacio.seleccionar(u"R"_s);
-        vacio.grab();
+        suelto.setObjeto(e->raiz), vacio.seleccionarTodos(), vacio.seleccionar(u"R"_s), vacio.grab();
         // A child of another object in the selection: erased and redrawn with a message each, still aligned.
         auto otro = std::make_shared<Objeto>();
-        otro->setCodigo(u"X"_s);
-        otro->setPadre(u"OTRO"_s);
+        otro->setCodigo(u"X"_s), otro->setPadre(u"OTRO"_s);
         e->cont->getSeleccionados()->add(otro);
         e->cont->alinearHorizontal(e->hijo(u"Z"_s, { 60, 60, 0, 0 }));
         QCOMPARE(otro->getY(), qint16(60));
