@@ -35,8 +35,7 @@ std::shared_ptr<Pierna> nuevaPierna(int filas, int largo, bool clasica, int vaci
         for (qint16 p = t == vacia ? 2 : 1; p <= leg->getLargo(t); ++p) {
             auto lote = std::make_shared<Lote>();
             lote->setCodigo(u"L%1.%2"_s.arg(t).arg(p)), lote->setForma(FormaCaja), lote->setColor(0x00FF00);
-            lote->setPadre(leg->getUbicacion(t, p)->getCodigo());
-            leg->setObjeto(t, p, lote);
+            lote->setPadre(leg->getUbicacion(t, p)->getCodigo()), leg->setObjeto(t, p, lote);
         }
     }
     return leg;
@@ -55,10 +54,8 @@ struct Vista
     explicit Vista(const std::shared_ptr<Pierna> &leg)
     {
         vista->setRoot(&mapa), vista->setObjeto(leg);
-        frame.resize(qMax(vista->width(), 100), qMax(vista->height(), 100));
-        frame.show();
-        (void)QTest::qWaitForWindowExposed(&frame);
-        frame.calls.clear();
+        frame.resize(qMax(vista->width(), 100), qMax(vista->height(), 100)), frame.show();
+        (void)QTest::qWaitForWindowExposed(&frame), frame.calls.clear();
     }
     QWidget *tira(const char *nombre) const { return vista->findChild<QWidget *>(nombre); }
     TestFrame frame;
@@ -83,10 +80,9 @@ private Q_SLOTS:
             const QRect c = GeometriaCeldas(clasica ? 77 : 83, 1, clasica).celda(t, p).toRect();
             return w ? QRect(c.x() + dx, c.y() + dy, w, h) : c.adjusted(1, 1, -1, -1);
         };
-        const auto fila
-            = [](const char *nombre, QRect zona, QColor c, QColor f, int lo, int hi, const char *t = "") {
-                  QTest::newRow(nombre) << Zona { zona, c, f, QPoint(lo, hi), QString(t) };
-              };
+        const auto fila = [](const char *nombre, QRect zona, QColor c, QColor f, int lo, int hi, const char *t = "") {
+            QTest::newRow(nombre) << Zona { zona, c, f, QPoint(lo, hi), QString(t) };
+        };
         fila("box body", celda(1, 1), verde, nada, 324, 324);
         fila("box outline, not past the cell", celda(1, 1, 0, 0, 21, 1), negro, blanco, 20, 20);
         fila("selected: hatched", celda(1, 2), verde, blanco, 19, 161);
@@ -104,7 +100,6 @@ private Q_SLOTS:
         fila("no group line in front of 5", QRect(104, 0, 1, 62), blanco, nada, 62, 62);
         fila("classic: no group line", celda(1, 4, -1, 2, 1, 18, true), blanco, nada, 18, 18);
     }
-
     void drawing()
     {
         const bool clasica = QByteArrayView(QTest::currentDataTag()).startsWith("classic");
@@ -151,7 +146,6 @@ private Q_SLOTS:
         QVERIFY2(n >= cuantos.x() && n <= cuantos.y(), qPrintable(QString::number(n)));
         QCOMPARE(n + pixels::count(image, zona, fondo), zona.width() * zona.height()); // no fondo: all of color
     }
-
     void repaintsTheChangedCell()
     {
         auto leg = nuevaPierna(12, 3, false);
@@ -165,7 +159,6 @@ private Q_SLOTS:
         v.vista->setActivo(leg->getObjeto(12, 1), true);
         QTRY_VERIFY(v.vista->pintado.contains(g.celda(12, 1).toRect()));
     }
-
     void gestures_data()
     {
         QTest::addColumn<QString>("montaje");
@@ -216,14 +209,12 @@ private Q_SLOTS:
              "!sobreQuien {}",
              "clasica", "Overflow");
     }
-
     // On a 3 x 3 leg with (3, 1) empty (tier 1 at y 42..61, tier 2 at 21..40), a step is a click on a cell
     // "t.p", a point "@x,y" or a tier strip slot "E1", after c (Ctrl), s (Shift), r (right button); with v the
     // selection is noted between press and release, with ~ the pointer moves 10 down meanwhile. "soltar:" or
     // "sobre:" before one drop text or drag it over ("imagen" makes it a picture); "todos", "codigo:" and
     // "escala:" call the control, "tecla:" types a key ("larga": tier 3 has a fourth position). Out come root
-    // calls, drop answers, drags and notes; failures ("!operation", the message if not mensaje); the selection
-    // ("(off)": not flagged).
+    // calls, drop answers, drags, notes, failures ("!operation", less mensaje) and the selection ("(off)": unflagged).
     void gestures()
     {
         QFETCH(QString, montaje);
@@ -282,8 +273,7 @@ private Q_SLOTS:
                     salida += seleccion();
                 QTest::mouseRelease(w, boton, teclas, fin);
             }
-            salida += v.mapa.log();
-            v.mapa.clear();
+            salida += v.mapa.log(), v.mapa.clear();
         }
         for (const QString &m : catcher.messages())
             salida += '!' + m.mid(8).remove("->" + mensaje);

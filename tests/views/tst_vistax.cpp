@@ -18,7 +18,6 @@
 #include "testframe.h"
 
 #include <QAccessible>
-#include <QMimeData>
 #include <QTest>
 #include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>
@@ -44,7 +43,6 @@ struct Escena
     ObjetoPtr ligado, objetos[3];
     // The centres of A, B, C; on nothing (the bound object answers); a band over A and B wholly, C partly.
     QPoint en[3], fuera, bandaDesde, bandaHasta;
-
     explicit Escena(const QString &clase)
     {
         // The leg: one tier of three positions, cells at x 21, 42 and 63, y 0.
@@ -54,18 +52,16 @@ struct Escena
         ligado = pierna ? ObjetoPtr(leg) : std::make_shared<Objeto>();
         ligado->setCodigo(pierna ? u"P01"_s : u"R"_s), ligado->setPuedeContener(!pierna);
         for (int i = 0; i < 3; ++i) {
-            const ObjetoPtr o = pierna ? ObjetoPtr(std::make_shared<Lote>()) : std::make_shared<Objeto>();
+            const ObjetoPtr o = objetos[i] = pierna ? ObjetoPtr(std::make_shared<Lote>()) : std::make_shared<Objeto>();
             o->setCodigo(QString(QLatin1Char('A' + i))), o->setForma(FormaCaja);
             o->setX(qint16(10 + 30 * i)), o->setY(10), o->setAncho(20), o->setAlto(20);
             o->setPadre(pierna ? leg->getUbicacion(1, qint16(i + 1))->getCodigo() : u"R"_s);
             pierna ? leg->setObjeto(1, qint16(i + 1), o) : ligado->getObjetos()->add(o);
-            objetos[i] = o;
             en[i] = pierna ? QPoint(31 + 21 * i, 10) : QPoint(22 + 30 * i, 22);
         }
         std::tie(fuera, bandaDesde, bandaHasta) = pierna ? std::tuple(QPoint(5, 10), QPoint(5, 30), QPoint(75, 0))
                                                          : std::tuple(QPoint(200, 100), QPoint(5, 60), QPoint(80, 5));
-        vista = nueva(clase, &frame);
-        vista->setRoot(&mapa), vista->setObjeto(ligado);
+        vista = nueva(clase, &frame), vista->setRoot(&mapa), vista->setObjeto(ligado);
         frame.show(), frame.calls.clear();
     }
     //! The view in an active window, with the keyboard's focus given as \a razon gives it.
@@ -73,8 +69,7 @@ struct Escena
     {
         frame.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&frame));
-        vista->clearFocus(); // the window's activation gave it the focus already
-        vista->setFocus(razon);
+        vista->clearFocus(), vista->setFocus(razon); // the window's activation gave it the focus already
     }
     QStringList seleccion() const
     {
@@ -95,12 +90,11 @@ private Q_SLOTS:
     void initTestCase_data()
     {
         QTest::addColumn<QString>("clase");
-        QTest::newRow("ContenedorX") << u"ContenedorX"_s;
-        QTest::newRow("PiernaX") << u"PiernaX"_s;
+        for (const char *clase : { "ContenedorX", "PiernaX" })
+            QTest::newRow(clase) << QString::fromLatin1(clase);
     }
     void init() { QFETCH_GLOBAL(QString, clase); e.emplace(clase); }
     void cleanup() { QVERIFY(e->errors.messages().isEmpty()); } // failures are expected only where cleared
-
     void clicksSelectAndReport()
     {
         QTest::mouseClick(e->vista, Qt::LeftButton, {}, e->en[0]);
@@ -134,7 +128,6 @@ private Q_SLOTS:
         QTest::mouseClick(e->vista, Qt::LeftButton, {}, e->en[1]);
         QVERIFY(e->mapa.log().isEmpty());
     }
-
     void rubberBandTogglesWhatItEncloses()
     {
         Dummy *banda = e->vista->findChild<Dummy *>(QString(), Qt::FindDirectChildrenOnly);
@@ -150,15 +143,13 @@ private Q_SLOTS:
         QTest::mouseMove(e->vista, hasta);
         QCOMPARE(banda->geometry(), QRect(QPoint(qMin(desde.x(), hasta.x()), qMin(desde.y(), hasta.y())),
                                           QSize(qAbs(hasta.x() - desde.x()), qAbs(hasta.y() - desde.y()))));
-        e->vista->getSeleccionados()->add(e->objetos[1]); // the live selection: B selected meanwhile
-        e->objetos[1]->setSeleccionado(true);
+        e->vista->getSeleccionados()->add(e->objetos[1]), e->objetos[1]->setSeleccionado(true); // B, meanwhile
         QTest::mouseRelease(e->vista, Qt::LeftButton, {}, hasta);
         QVERIFY(banda->isHidden());
         // A turns on, B (selected before) off, C (only partly inside) stays; the root hears nothing.
         QCOMPARE(e->seleccion(), QStringList { "A" });
         QVERIFY(e->mapa.log().isEmpty());
     }
-
     void dragStartsActivatesAndScrolls_data()
     {
         // Viewport (100, 50) to (400, 200), with a band of 40.
@@ -199,43 +190,41 @@ private Q_SLOTS:
         driver.finish();
         QCOMPARE(e->mapa.log(), QStringList { "droped(Dframe,C,0)" });
     }
-
     void keysWorkTheElements_data()
     {
         // From the mark on A; a leg has no moves, so its root hears no "moved".
         QTest::addColumn<QString>("teclas");
-        QTest::addColumn<QStringList>("seleccion");
-        QTest::addColumn<QStringList>("raiz");
-        QTest::newRow("Space: the marked one alone") << u"Space"_s << QStringList { "A" } << QStringList { "clicked(A,false)" };
-        QTest::newRow("arrows, to the last at most") << u"Right, Right, Right, Space"_s << QStringList { "C" } << QStringList { "clicked(C,false)" };
-        QTest::newRow("nobody above or below") << u"Right, Up, Down, Space"_s << QStringList { "B" } << QStringList { "clicked(B,false)" };
-        QTest::newRow("Ctrl+Space toggles") << u"Ctrl+Space, Right, Ctrl+Space, Left, Ctrl+Space"_s << QStringList { "B" }
-                                           << QStringList { "clicked(A,true)", "clicked(B,true)", "clicked(A,true)" };
-        QTest::newRow("Shift+arrows extend") << u"Shift+Right, Shift+Right, Shift+Left"_s << QStringList { "B", "C" }
-                                             << QStringList { "clicked(B,false)", "clicked(C,true)", "clicked(B,true)" };
-        QTest::newRow("Ctrl+A, telling nobody") << u"Ctrl+A"_s << QStringList { "A", "B", "C" } << QStringList();
-        QTest::newRow("Ctrl+arrows move by a unit") << u"Space, Ctrl+Right, Ctrl+Down, Ctrl+Down"_s << QStringList { "A" }
-                                                   << QStringList { "clicked(A,false)", "moved(A)", "moved(A)", "moved(A)" };
-        QTest::newRow("locked: no move") << u"Space, Ctrl+Left"_s << QStringList { "A" } << QStringList { "clicked(A,false)" };
-        QTest::newRow("the map's keys and others pass") << u"Return, Menu, Alt+Right, Shift+Space, Ctrl+B"_s << QStringList() << QStringList();
+        QTest::addColumn<QString>("seleccion");
+        QTest::addColumn<QString>("raiz");
+        const auto fila = [](const char *nombre, const char *teclas, const char *seleccion, const char *raiz) {
+            QTest::newRow(nombre) << QString(teclas) << QString(seleccion) << QString(raiz);
+        };
+        fila("Space: the marked one alone", "Space", "A", "clicked(A,false)");
+        fila("arrows, to the last at most", "Right, Right, Right, Space", "C", "clicked(C,false)");
+        fila("nobody above or below", "Right, Up, Down, Space", "B", "clicked(B,false)");
+        fila("Ctrl+Space toggles", "Ctrl+Space, Right, Ctrl+Space, Left, Ctrl+Space", "B", "clicked(A,true) clicked(B,true) clicked(A,true)");
+        fila("Shift+arrows extend", "Shift+Right, Shift+Right, Shift+Left", "B C", "clicked(B,false) clicked(C,true) clicked(B,true)");
+        fila("Ctrl+A, telling nobody", "Ctrl+A", "A B C", "");
+        fila("Ctrl+arrows move by a unit", "Space, Ctrl+Right, Ctrl+Down, Ctrl+Down", "A", "clicked(A,false) moved(A) moved(A) moved(A)");
+        fila("locked: no move", "Space, Ctrl+Left", "A", "clicked(A,false)");
+        fila("the map's keys and others pass", "Return, Menu, Alt+Right, Shift+Space, Ctrl+B", "", "");
     }
     void keysWorkTheElements()
     {
         QFETCH_GLOBAL(QString, clase);
         QFETCH(QString, teclas);
-        QFETCH(QStringList, seleccion);
-        QFETCH(QStringList, raiz);
+        QFETCH(QString, seleccion);
+        QFETCH(QString, raiz);
         e->vista->setBloqueo(QByteArray(QTest::currentDataTag()).startsWith("locked"));
         e->enfocar();
         for (const QString &tecla : teclas.split(u", "_s))
             QTest::keySequence(e->vista, QKeySequence(tecla));
-        QCOMPARE(e->seleccion(), seleccion);
+        QCOMPARE(e->seleccion().join(u' '), seleccion);
         if (clase == "PiernaX"_L1)
-            raiz.removeIf([](const QString &linea) { return linea.startsWith("moved"_L1); });
-        QCOMPARE(e->mapa.log(), raiz);
-        QCOMPARE(QPoint(e->objetos[0]->getX(), e->objetos[0]->getY()), raiz.size() == 4 ? QPoint(11, 12) : QPoint(10, 10));
+            raiz.remove(u" moved(A)"_s);
+        QCOMPARE(e->mapa.log().join(u' '), raiz);
+        QCOMPARE(QPoint(e->objetos[0]->getX(), e->objetos[0]->getY()), raiz.contains(u"moved"_s) ? QPoint(11, 12) : QPoint(10, 10));
     }
-
     void focusMarkShowsWhileTheKeyboardWorks()
     {
         QImage antes = pixels::grab(e->vista);
@@ -265,7 +254,6 @@ private Q_SLOTS:
         QTest::keyClick(e->vista, Qt::Key_Left);
         QCOMPARE(e->frame.calls.mid(1), (QStringList { "hScroll(-1)", "vScroll(-1)", "hScroll(1)", "vScroll(1)" }));
     }
-
     void screenReadersSeeTheElements()
     {
         QFETCH_GLOBAL(QString, clase);
@@ -282,7 +270,6 @@ private Q_SLOTS:
         claves->add(u"1"_s, u"Reserva"_s, 0xFF);
         e->ligado->setReferencias(claves);
         QAccessibleInterface *vista = QAccessible::queryAccessibleInterface(e->vista);
-        QCOMPARE(vista->role(), QAccessible::List);
         const int primero = vista->childCount() - 3;
         QStringList nombres;
         for (int i = primero; i < vista->childCount(); ++i)
@@ -320,7 +307,6 @@ private Q_SLOTS:
         QAccessible::installUpdateHandler(nullptr);
         QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(false);
     }
-
     void typedFrame()
     {
         // A view taken out of a FrameX calls its new frame, not the one it reached through IFrameX.
@@ -335,7 +321,6 @@ private Q_SLOTS:
         QTest::mouseClick(vista, Qt::LeftButton, {}, e->en[1]);
         QCOMPARE(e->frame.calls, (QStringList { "setActive(B)", "setActive(B)" }));
     }
-
     void failuresAreReported_data()
     {
         QTest::addColumn<QStringList>("mensajes"); // after "<the view's class>."
