@@ -279,8 +279,7 @@ private Q_SLOTS:
         QVERIFY(e->sinCajas());
         // At escala 1 (D1 drawn from (20, 12)) a plain press in the group keeps it; a plain drag shows the
         // boxes, where the pointer is, only while Shift is held.
-        e->cont->setEscala(1);
-        QTest::mousePress(e->cont, Qt::LeftButton, {}, QPoint(25, 15));
+        e->cont->setEscala(1), QTest::mousePress(e->cont, Qt::LeftButton, {}, QPoint(25, 15));
         arrastrar(e->cont, QPoint(100, 100));
         QVERIFY(driver.dragging() && !e->caja(u"D1c"_s));
         driver.move(e->cont, QPoint(200, 150), shift);
@@ -296,8 +295,7 @@ private Q_SLOTS:
         QCOMPARE(e->cont->width(), 118 + 2 + 575 + 100);
         e->cont->setBloqueo(true); // locked, the drop moves nothing
         QCOMPARE(driver.drop(e->cont, QPoint(600, 150), shift), Qt::IgnoreAction);
-        e->cont->deseleccionarTodos(); // the boxes of children no longer selected go too
-        driver.finish();
+        e->cont->deseleccionarTodos(), driver.finish(); // the boxes of children no longer selected go too
         QVERIFY(e->sinCajas());
         // Text from elsewhere: a copy even with Shift, a Shift-drop of it does nothing; the map hears Ctrl.
         QMimeData texto;
@@ -308,15 +306,13 @@ private Q_SLOTS:
         QCOMPARE(e->log(), u"moved(D2) moved(D1) droped(Lfuera,D2,2)"_s);
         // A box whose right edge passes 16 bits fails each drag-over once, entering included, and still
         // follows the pointer: D2 drawn from x 110, pressed at 112.
-        d2->setAncho(32700);
-        QTest::mousePress(e->cont, Qt::LeftButton, {}, QPoint(112, 15));
+        d2->setAncho(32700), QTest::mousePress(e->cont, Qt::LeftButton, {}, QPoint(112, 15));
         arrastrar(e->cont, QPoint(122, 15));
         for (int x : { 120, 130, 140 })
             driver.move(e->cont, QPoint(x, 15), shift);
         QCOMPARE(e->caja(u"D2c"_s)->x(), 110 + 140 - 112);
         QCOMPARE(e->errors.messages(), QStringList(3, u"ContenedorX.dragOver->Overflow"_s));
-        e->errors.clear();
-        driver.finish();
+        e->errors.clear(), driver.finish();
     }
     void alignAndEqualise()
     {

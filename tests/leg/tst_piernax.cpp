@@ -131,8 +131,7 @@ private Q_SLOTS:
         QCOMPARE(v.tira("escalas")->property("Primero").toInt(), 3); // the top slot reads the top tier
         // The zone is painted alone: what cells it cuts are drawn whole.
         QImage image(v.vista->size(), QImage::Format_RGB32);
-        image.fill(Qt::red);
-        v.vista->render(&image, zona.topLeft(), QRegion(zona));
+        image.fill(Qt::red), v.vista->render(&image, zona.topLeft(), QRegion(zona));
         QVERIFY(catcher.messages().isEmpty());
         if (!texto.isEmpty()) {
             const QFont fuente(u"DejaVu Sans"_s, 9);
@@ -152,8 +151,7 @@ private Q_SLOTS:
         Vista v(leg);
         const GeometriaCeldas g(v.vista->height(), 1, false);
         // A changed cell repaints alone, a pixel around it; in any tier, 12 too, though its codes end in "2001".
-        v.vista->pintado = QRect();
-        v.vista->seleccionar(u"P012003"_s);
+        v.vista->pintado = QRect(), v.vista->seleccionar(u"P012003"_s);
         QTRY_VERIFY(v.vista->pintado.contains(g.celda(2, 3).toRect()));
         QVERIFY(v.vista->pintado.width() <= 22 && v.vista->pintado.height() <= 22);
         v.vista->setActivo(leg->getObjeto(12, 1), true);
