@@ -225,6 +225,15 @@ private Q_SLOTS:
             QVERIFY(s.driver.dragging());
             s.driver.finish();
         }) << QStringList();
+        // A host closes the frame from the moved handler of a Ctrl+arrow, deletes run as a loop of its own
+        // would: the view stops where it stands.
+        QTest::newRow("frame closed by a handler") << Accion([](Sitio &s) {
+            s.mapa.show(s.a), s.mapa.seleccionar(s.a, u"AD1"_s);
+            QObject::connect(&s.mapa, &MapaX::moved, &s.mapa, [&s] { s.mapa.remove(s.a), flushDeletes(); });
+            const QPointer<QWidget> vista = s.conten(s.a);
+            QTest::keyClick(vista, Qt::Key_Right, Qt::ControlModifier), flushDeletes();
+            QVERIFY(!vista && !s.mapa.isMember(s.a));
+        }) << QStringList();
     }
     void failures()
     {

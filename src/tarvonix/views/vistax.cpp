@@ -585,7 +585,10 @@ void VistaX::keyPressEvent(QKeyEvent *event)
                 pulsarElemento(i, shift);
         } else if (shift == CtrlMask) {
             const QRect antes = d->foco >= 0 ? d->zonaMarca(d->foco) : QRect();
+            const QPointer<VistaX> vivo(this); // the host hears of each move and may close the frame
             moverSeleccion(dx, dy);
+            if (!vivo)
+                return;
             update(antes);
             if (d->foco >= 0)
                 d->ponerFoco(d->foco);
