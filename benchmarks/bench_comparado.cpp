@@ -35,6 +35,7 @@
 #include <functional>
 #include <ctime>
 #include <malloc.h>
+#include <optional>
 #include <vector>
 
 #if __has_include(<valgrind/callgrind.h>)
@@ -505,6 +506,30 @@ void mostrar(QWidget &ventana)
     QCoreApplication::processEvents();
 }
 
+//! 40 clicks on cells of tiers 10 and up that \a punto finds (tier, position), each until \a w
+//! repaints; the median time of one.
+template<typename Punto> double clicksEnPierna(QWidget *w, Pinturas &pinturas, int filas, int largo, Punto &&punto)
+{
+    const int visibles = std::min(filas, pantallaPierna.height() / 21 - 1);
+    QRandomGenerator azar(11);
+    std::vector<double> tiempos;
+    Reloj reloj;
+    for (int i = 0; i < 40; ++i) {
+        const int t = 10 + int(azar.bounded(visibles - 9));
+        const int p = 1 + int(azar.bounded(std::min(largo, pantallaPierna.width() / 21 - 2)));
+        const std::optional<QPoint> en = punto(t, p);
+        if (!en)
+            continue;
+        const int antes = pinturas.n;
+        reloj.start();
+        click(w, *en);
+        if (esperarPintura(pinturas, antes))
+            tiempos.push_back(reloj.ms());
+    }
+    std::sort(tiempos.begin(), tiempos.end());
+    return tiempos.empty() ? NAN : tiempos[tiempos.size() / 2];
+}
+
 // 40 clicks on cells of tiers 10 and up that the frame shows, each with its repaint; the time of one.
 double clickPiernaTarvonix(int filas, int largo)
 {
@@ -522,23 +547,11 @@ double clickPiernaTarvonix(int filas, int largo)
     Pinturas pinturas;
     vista->installEventFilter(&pinturas);
     const GeometriaCeldas g(vista->height(), 1.0, false);
-    const int visibles = std::min(filas, pantallaPierna.height() / 21 - 1);
-    QRandomGenerator azar(11);
-    std::vector<double> tiempos;
-    Reloj reloj;
-    for (int i = 0; i < 40; ++i) {
-        const int t = 10 + int(azar.bounded(visibles - 9));
-        const int p = 1 + int(azar.bounded(std::min(largo, pantallaPierna.width() / 21 - 2)));
+    return clicksEnPierna(vista, pinturas, filas, largo, [&](int t, int p) -> std::optional<QPoint> {
         if (!leg->getObjeto(qint16(t), qint16(p)))
-            continue;
-        const int antes = pinturas.n;
-        reloj.start();
-        click(vista, g.celda(t, p).center().toPoint());
-        if (esperarPintura(pinturas, antes))
-            tiempos.push_back(reloj.ms());
-    }
-    std::sort(tiempos.begin(), tiempos.end());
-    return tiempos.empty() ? NAN : tiempos[tiempos.size() / 2];
+            return std::nullopt;
+        return g.celda(t, p).center().toPoint();
+    });
 }
 
 double clickPiernaGV(int filas, int largo)
@@ -551,23 +564,10 @@ double clickPiernaGV(int filas, int largo)
     mostrar(e.vista);
     Pinturas pinturas;
     e.vista.viewport()->installEventFilter(&pinturas);
-    const int visibles = std::min(filas, pantallaPierna.height() / 21 - 1);
-    QRandomGenerator azar(11);
-    std::vector<double> tiempos;
-    Reloj reloj;
-    for (int i = 0; i < 40; ++i) {
-        const int t = 10 + int(azar.bounded(visibles - 9));
-        const int p = 1 + int(azar.bounded(std::min(largo, pantallaPierna.width() / 21 - 2)));
+    return clicksEnPierna(e.vista.viewport(), pinturas, filas, largo, [&](int t, int p) -> std::optional<QPoint> {
         const Hijo &c = celdas[size_t(t - 1) * size_t(largo) + size_t(p - 1)];
-        const QPoint punto = e.vista.mapFromScene(QPointF(c.x + 12, c.y + 12));
-        const int antes = pinturas.n;
-        reloj.start();
-        click(e.vista.viewport(), punto);
-        if (esperarPintura(pinturas, antes))
-            tiempos.push_back(reloj.ms());
-    }
-    std::sort(tiempos.begin(), tiempos.end());
-    return tiempos.empty() ? NAN : tiempos[tiempos.size() / 2];
+        return e.vista.mapFromScene(QPointF(c.x + 12, c.y + 12));
+    });
 }
 
 double pintarPiernaTarvonix(int filas, int largo)
